@@ -1,0 +1,16 @@
+# What all of our own code is compiled with: vek_warnings for everything,
+# vek_library_rules for the libraries, which need no C++ runtime library.
+
+add_library(vek_warnings INTERFACE)
+target_compile_options(vek_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+if(VEK_SANITIZE)
+  target_compile_options(
+    vek_warnings INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                           -fno-omit-frame-pointer)
+  target_link_options(vek_warnings INTERFACE -fsanitize=address,undefined)
+endif()
+
+add_library(vek_library_rules INTERFACE)
+target_compile_options(vek_library_rules INTERFACE -fno-exceptions -fno-rtti
+                                                   -fno-threadsafe-statics)
+target_link_libraries(vek_library_rules INTERFACE vek_warnings)

@@ -1,0 +1,114 @@
+// Finding the configuration files that belong to a name.
+
+#include "config/config.h"
+#include "host/message.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cstring>
+
+// Whether the name is the product's own; letter case does not matter here.
+static bool is_product(const char *name)
+{
+    char upper_name[VEK_PATH_SIZE];
+    char upper_product[VEK_PATH_SIZE];
+    if (!text_copy(upper_name, name))
+        return false;
+    vek_str_copy_to_upper_case(upper_name, upper_name);
+    vek_str_copy_to_upper_case(vek_product_name(), upper_product);
+    return strcmp(upper_name, upper_product) == 0;
+}
+
+// A candidate that a configuration file's slot can't hold does not exist.
+static bool try_candidate(char *path, std::initializer_list<const char *> parts)
+{
+    return text_join(path, VEK_CFG_PATH_SIZE, parts) && vek_file_exists(path) != 0;
+}
+
+static bool find_below(char *path, const char *dir, const char *name)
+{
+    if (dir == nullptr)
+        return false;
+    return try_candidate(path, {dir, "/", name, "/", name, ".cfg"}) ||
+           try_candidate(path, {dir, "/", name, ".cfg"});
+}
+
+static bool find_below_any(char *path, const char *dirs, const char *name)
+{
+    dirs = text_or_empty(dirs);
+    for (;;) {
+        char dir[VEK_PATH_SIZE];
+        text_span element = text_take_between(&dirs, ';');
+        if (element.length == 0)
+            return false;
+        if (text_copy(dir, element) && find_below(path, dir, name))
+            return true;
+    }
+}
+
+static bool find_plugin_file(char *path, const char *name)
+{
+    return try_candidate(path, {"./", name, ".cfg"}) ||
+           find_below(path, private_dir_value(), name) ||
+           find_below_any(path, getenv("KLV_USER_PLUGIN_DIR"), name) ||
+           find_below(path, name_variable_value(vek_product_name(), "_SITE"), name);
+}
+
+static bool find_shared_file(char *path, const char *name)
+{
+    const char *own_dir = name_variable_value(name, "");
+    if (own_dir != nullptr && try_candidate(path, {own_dir, "/", name, ".cfg"}))
+        return true;
+    if (!is_product(name) && find_plugin_file(path, name))
+        return true;
+    const char *top = getenv("topdir"); // ends in a separator
+    return top != nullptr && try_candidate(path, {top, name, "/", name, ".cfg"});
+}
+
+static int refuse_without_shared_file(const char *name)
+{
+    if (vek_get_interface_mode() == 0)
+        return 2;
+    constexpr const char *caller = "vek_chk_cfg_files";
+    vek_err(caller, "Cannot create the VEK database configuration.");
+    report(REPORT_ERROR, caller, " Shared cfg file %s.cfg not found", name);
+    vek_err(caller, " And is required to continue.");
+    vek_err(caller, "Check your installation!");
+    return 1;
+}
+
+static void find_site_file(char *path, const char *name)
+{
+    const char *site = name_variable_value(name, "_SITE");
+    if (text_is_empty(site) || !try_candidate(path, {site, "/", name, ".cfg"}))
+        path[0] = '\0';
+}
+
+static int provide_private_file(char *path)
+{
+    private_path whole = private_path_whole();
+    bool fits = strlen(whole.start) + strlen(whole.end) < VEK_CFG_PATH_SIZE;
+    vek_private_cfg_path(path);
+    if (fits && (vek_file_exists(path) != 0 ||
+                 _vek_print_cfg_file("vek_chk_cfg_files", path, nullptr) != 0))
+        return 0;
+    report(REPORT_ERROR, "vek_chk_cfg_files", "Cannot create private configuration file %s%s",
+           whole.start, whole.end);
+    return 1;
+}
+
+// A caller that does not want an output need not give one.
+static char *output_or_scratch(char *output)
+{
+    static char scratch[VEK_PATH_SIZE];
+    return output == nullptr ? scratch : output;
+}
+
+int vek_chk_cfg_files(const char *name, char *shared, char *site, char *private_file)
+{
+    name = text_or_empty(name);
+    if (!find_shared_file(output_or_scratch(shared), name))
+        return refuse_without_shared_file(name);
+    find_site_file(output_or_scratch(site), name);
+    return provide_private_file(output_or_scratch(private_file));
+}

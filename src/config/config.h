@@ -1,0 +1,43 @@
+// What the sources of this folder share beside vek.h.
+
+#pragma once
+
+#include "vek.h"
+
+extern "C" {
+
+// config/identity.cpp.  `path` has VEK_PATH_SIZE bytes; it becomes empty if the
+// private file's path does not fit.
+void vek_private_cfg_path(char *path);
+
+// config/private_file.cpp.  Write the private file in the way that the tag
+// says.  Result: 1 written, 0 not.
+int _vek_print_cfg_file(const char *tag, const char *path, const char *name);
+
+// config/environment.cpp.  Take the ENVIRONMENT statements of one file; `path`
+// is expanded in place.
+int _cfg_read_file_env(char *path);
+}
+
+// config/identity.cpp.  The path of the private file, whole whatever its
+// length: `start` and then `end`.
+struct private_path {
+    const char *start;
+    const char *end;
+};
+private_path private_path_whole();
+
+// The value of the variable that names the user's directory for plug-in files
+// of this product; null if it is not set.
+const char *private_dir_value();
+
+// The value of KLV_<NAME><suffix> with the name in upper case; null if it is
+// not set.
+const char *name_variable_value(const char *name, const char *suffix);
+
+// config/cfg_index.cpp.  The index that the next file read will get, over all
+// starts.
+extern int vek_next_cfg_index;
+// Keep the path under that index and go on to the next.  False, with
+// "malloc_failure" reported, if there is no memory to keep it.
+bool cfg_index_take(const char *path);

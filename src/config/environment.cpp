@@ -1,0 +1,112 @@
+// The ENVIRONMENT statements of one configuration file.
+
+#include "config/config.h"
+#include "host/hsk.h"
+#include "host/message.h"
+#include "platform/platform.h"
+#include "text/text.h"
+
+#include <cerrno>
+#include <cstring>
+
+constexpr size_t piece_size = 256;
+constexpr size_t longest_name = 60;
+constexpr size_t longest_value = 180; // before it is expanded
+
+static const char caller[] = "_cfg_read_file_env";
+
+struct env_statement {
+    text_span keyword;
+    text_span name;
+    text_span value;
+};
+
+static env_statement split(const char *line)
+{
+    env_statement statement;
+    statement.keyword = text_take_word(&line);
+    statement.name = text_take_word(&line);
+    statement.value = text_take_rest(&line);
+    return statement;
+}
+
+static bool is_environment(text_span keyword)
+{
+    char word[piece_size];
+    return text_copy(word, keyword) && vek_strcasecmp(word, "environment") == 0;
+}
+
+static void report_limit(const char *path, int line, const char *what, size_t limit)
+{
+    report(REPORT_ERROR, caller,
+           "Syntax error in line %d of cfg_file '%s':\n       environment variable %s > %d "
+           "characters.",
+           line, path, what, static_cast<int>(limit));
+}
+
+static bool is_well_formed(const env_statement &statement, const char *path, int line)
+{
+    if (statement.value.length == 0)
+        report(REPORT_ERROR, caller,
+               "Syntax error in line %d of cfg_file '%s':\n       missing arguments for "
+               "ENVIRONMENT entry.",
+               line, path);
+    else if (statement.name.length > longest_name)
+        report_limit(path, line, "name", longest_name);
+    else if (statement.value.length > longest_value)
+        report_limit(path, line, "value", longest_value);
+    else
+        return true;
+    vek_err(caller, "Statement ignored.  Continuing read of file...");
+    return false;
+}
+
+// The quotes go before the blanks: quotes that a blank follows stay.
+static void clean_value(char *value)
+{
+    size_t length = strlen(value);
+    if (length > 0 && value[0] == '"' && value[length - 1] == '"') {
+        value[length - 1] = '\0';
+        text_copy(value, VEK_PATH_SIZE, length > 1 ? value + 1 : "");
+    }
+    for (length = strlen(value); length > 0 && value[length - 1] == ' '; --length)
+        value[length - 1] = '\0';
+}
+
+static int set_variable(const env_statement &statement)
+{
+    char name[longest_name + 1];
+    char value[VEK_PATH_SIZE];
+    text_copy(name, statement.name);
+    text_copy(value, statement.value);
+    clean_value(vek_eval_str(value));
+    return vc_putenv(name, value);
+}
+
+int _cfg_read_file_env(char *path)
+{
+    path = vek_eval_str(path);
+    FILE *file = platform_open_to_read(path);
+    if (file == nullptr) {
+        report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,
+               strerror(errno));
+        return 1;
+    }
+    int result = 0;
+    for (int line = 1; platform_read_piece(file, vek_message_buf, piece_size); ++line) {
+        vek_message_buf[strcspn(vek_message_buf, "!")] = '\0';
+        env_statement statement = split(vek_message_buf);
+        if (is_environment(statement.keyword) && is_well_formed(statement, path, line))
+            result = set_variable(statement);
+    }
+    fclose(file);
+    return result;
+}
+
+int vek_env_read(char *path)
+{
+    if (vek_solver_mode() != 0)
+        report(REPORT_PLAIN, "vek_env_read", "  Processing ENVIRONMENT entries in '%s'",
+               text_or_empty(path));
+    return _cfg_read_file_env(path);
+}

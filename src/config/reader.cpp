@@ -1,0 +1,173 @@
+// Reading a configuration file, statement by statement.
+
+#include "host/hsk.h"
+#include "host/message.h"
+#include "platform/platform.h"
+#include "text/text.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+static const char caller[] = "vek_cfg_read";
+
+// A line that fills the shared message buffer may go on behind it.
+constexpr int line_limit = VEK_PATH_SIZE - 1;
+
+struct cfg_reading {
+    const char *path;
+    int cfg_index;
+    int line;
+    int error; // code of the latest bad statement
+};
+
+static void report_plain(cfg_reading *reading, int code)
+{
+    report(REPORT_ERROR, caller, "Syntax error in line %d of cfg_file '%s'", reading->line,
+           reading->path);
+    reading->error = code;
+}
+
+static void report_fault(cfg_reading *reading, int code, const char *fault)
+{
+    report(REPORT_ERROR, caller, "Syntax error in line %d of cfg_file '%s':\n    %s", reading->line,
+           reading->path, fault);
+    reading->error = code;
+}
+
+// The rest of the line is thrown away with it.
+static void refuse_long_line(cfg_reading *reading, FILE *file)
+{
+    report(REPORT_ERROR, caller, "%s %d of cfg_file '%s':", "Syntax error in line", reading->line,
+           reading->path);
+    report(REPORT_ERROR, caller, "%s %d", "  Line exceeds MAX number of characters", line_limit);
+    reading->error = 1;
+    while (platform_read_piece(file, vek_message_buf, sizeof vek_message_buf) &&
+           strlen(vek_message_buf) == line_limit)
+        continue;
+}
+
+static void print_database_advice(const cfg_reading *reading)
+{
+    report(REPORT_PLAIN, caller, "WARNING in line %d of cfg_file '%s':", reading->line,
+           reading->path);
+    vc_str_print(" SHARED_DB and PRIVATE_DB definitions have been");
+    vc_str_print(" consolidated into DATABASE definitions.  Please");
+    vc_str_print(" update your configuration files either by");
+    vc_str_print(" directly editing them or choosing");
+    vc_str_print(" \"save configuration\" from inside TAVIK/Vorn");
+}
+
+static const char *database_fault(int code)
+{
+    switch (code) {
+    case 2:
+        return "database path does not exist.";
+    case 3:
+        return "database name already defined.";
+    case 4:
+        return "database alias name too long.";
+    case 5:
+        return "database path contains whitespace (unix).";
+    default:
+        return "database name 'shared' is a reserved keyword.";
+    }
+}
+
+static void take_database(cfg_reading *reading, const char *keyword)
+{
+    char name[VEK_PATH_SIZE]; // taken before the line is overwritten
+    const char *line = vek_message_buf;
+    text_take_word(&line);
+    text_copy(name, text_take_word(&line));
+
+    bool is_private = vek_strcasecmp(keyword, "PRIVATE_DB") == 0;
+    int code = vek_db_read(vek_message_buf, reading->cfg_index);
+    if (code > 1)
+        report_fault(reading, code, database_fault(code));
+    if (code == 0 && is_private && vorn_vek_get_write_default() == nullptr)
+        vorn_vek_set_write_default_no_cfg_update(name);
+    if (is_private || vek_strcasecmp(keyword, "SHARED_DB") == 0)
+        print_database_advice(reading);
+    if (code == 1)
+        report_plain(reading, code);
+}
+
+static void take_database_order(const cfg_reading *reading)
+{
+    const char *search = getenv("KLV_VEK_SEARCH");
+    if (search != nullptr && strcmp(search, "yes") == 0)
+        return;
+    report(REPORT_PLAIN, caller, "INFO: line %d of cfg_file '%s':", reading->line, reading->path);
+    vc_str_print("      DATABASE_ORDER entry has been discontinued.");
+    vc_str_print("      Please remove the line from the file.");
+}
+
+static void take_write_default(cfg_reading *reading)
+{
+    if (vek_set_write_db(vek_message_buf) != 1)
+        return;
+    report_fault(reading, 1, "cannot set database as writable default.");
+    report_plain(reading, 1);
+}
+
+static void take_table(cfg_reading *reading)
+{
+    int code = vek_tbl_read(vek_message_buf, reading->cfg_index);
+    if (code == 1)
+        report_plain(reading, code);
+    else if (code == 2)
+        report_fault(reading, code, "class or extension already defined.");
+}
+
+// A word that is no keyword of this reader is passed over, and so is
+// ENVIRONMENT, which has a reader of its own.
+static void take_statement(cfg_reading *reading, const char *keyword)
+{
+    if (vek_strcasecmp(keyword, "DATABASE") == 0 || vek_strcasecmp(keyword, "SHARED_DB") == 0 ||
+        vek_strcasecmp(keyword, "PRIVATE_DB") == 0)
+        take_database(reading, keyword);
+    else if (vek_strcasecmp(keyword, "DATABASE_ORDER") == 0)
+        take_database_order(reading);
+    else if (vek_strcasecmp(keyword, "DEFAULT_WRITE_DB") == 0)
+        take_write_default(reading);
+    else if (vek_strcasecmp(keyword, "TABLE") == 0)
+        take_table(reading);
+}
+
+// The line is in the shared message buffer, which every report overwrites.
+static void take_line(cfg_reading *reading, FILE *file)
+{
+    char keyword[VEK_PATH_SIZE];
+    vek_message_buf[strcspn(vek_message_buf, "\n")] = '\0';
+    vek_message_buf[strcspn(vek_message_buf, "!")] = '\0';
+    const char *line = vek_message_buf;
+    text_copy(keyword, text_take_word(&line));
+    if (keyword[0] == '\0')
+        return;
+    if (strlen(vek_message_buf) == line_limit)
+        refuse_long_line(reading, file);
+    else
+        take_statement(reading, keyword);
+}
+
+int vek_cfg_read(const char *path, int cfg_index)
+{
+    path = text_or_empty(path);
+    FILE *file = platform_open_to_read(path);
+    if (file == nullptr) {
+        report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,
+               strerror(errno));
+        return 1;
+    }
+    report(REPORT_PLAIN, caller, "Reading configuration file '%s'", path);
+    cfg_reading reading = {path, cfg_index, 0, 0};
+    while (platform_read_piece(file, vek_message_buf, sizeof vek_message_buf)) {
+        ++reading.line;
+        take_line(&reading, file);
+    }
+    if (reading.error != 0)
+        report(REPORT_ERROR, caller, "Erroneous statement(s) ignored in file : '%s'.", path);
+    fclose(file);
+    return reading.error;
+}

@@ -1,0 +1,56 @@
+// Environment variables in the values of configuration files.
+
+#include "host/message.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cstring>
+
+constexpr size_t expanded_size = 267; // of a text that holds a value
+constexpr int most_replacements = 64; // more than any honest value; ends a cycle
+
+static void warn(const char *what, const char *variable)
+{
+    vek_put_message(what, "WARNING");
+    report(REPORT_WARNING, "vek_eval_str", "  $%s", variable);
+}
+
+// Put the value in the place of the variable at `dollar`.  On failure the text
+// is of no more use.
+static bool replace(char *text, char *dollar, bool is_allowed)
+{
+    const char *name = dollar + 1;
+    char *slash = strchr(dollar, '/');
+    *dollar = '\0';
+    if (slash != nullptr)
+        *slash = '\0';
+    // getenv alone would find "A=B" where A has a value that begins with "B=".
+    const char *value = strchr(name, '=') == nullptr ? getenv(name) : nullptr;
+    if (value == nullptr) {
+        warn("The following variable could not be found in the runtime environment:", name);
+        return false;
+    }
+    char joined[expanded_size];
+    const char *separator = slash == nullptr ? "" : "/";
+    const char *tail = slash == nullptr ? "" : slash + 1;
+    if (!is_allowed || !text_join(joined, {text, value, separator, tail})) {
+        warn("Expanding the following variable in the runtime environment causes a "
+             "'line-too-long' error:",
+             name);
+        return false;
+    }
+    text_copy(text, VEK_PATH_SIZE, vek_rm_extra_separators(joined));
+    return true;
+}
+
+char *vek_eval_str(char *text)
+{
+    text = text_or_empty(text);
+    int count = 0;
+    for (char *dollar = strchr(text, '$'); dollar != nullptr; dollar = strchr(text, '$')) {
+        ++count;
+        if (!replace(text, dollar, count <= most_replacements))
+            text[0] = '\0';
+    }
+    return text;
+}

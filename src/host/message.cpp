@@ -1,0 +1,139 @@
+#include "host/message.h"
+
+#include "host/hsk.h"
+#include "text/text.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+char vek_message_buf[VEK_PATH_SIZE];
+
+// The message settings that decide whether a line is shown, and the value of
+// the two integer ones that has it shown.
+constexpr int first_setting = 309;
+constexpr int second_setting = 310;
+constexpr int shown = 2;
+
+static int setting(int id)
+{
+    return dbt_get_int(default_current_defaults(), id, 0);
+}
+
+static void set_setting(int id, int value)
+{
+    dbt_set_int(default_current_defaults(), id, value, 0);
+}
+
+static void print_whatever_the_settings(const char *line)
+{
+    int threshold = msg_get_gui_threshold();
+    int first = setting(first_setting);
+    int second = setting(second_setting);
+    msg_set_gui_threshold(0);
+    set_setting(first_setting, shown);
+    set_setting(second_setting, shown);
+    vc_str_print(line);
+    msg_set_gui_threshold(threshold);
+    set_setting(first_setting, first);
+    set_setting(second_setting, second);
+}
+
+void vek_put_message(const char *text, const char *tag)
+{
+    text = text_or_empty(text);
+    tag = text_or_empty(tag);
+    size_t size = strlen(tag) + strlen(text) + 3;
+    char *line = static_cast<char *>(malloc(size));
+    if (line == nullptr)
+        return;
+    text_join(line, size, {tag, ": ", text});
+    print_whatever_the_settings(line);
+    free(line);
+}
+
+void vek_abort(const char *, const char *text)
+{
+    vek_put_message(text, "ABORT");
+}
+
+int vek_err(const char *, const char *text)
+{
+    vek_put_message(text, "ERROR");
+    return 0;
+}
+
+int vek_warn(const char *, const char *text)
+{
+    vek_put_message(text, "WARNING");
+    return 0;
+}
+
+static void send(report_kind kind, const char *caller, const char *text)
+{
+    switch (kind) {
+    case REPORT_ERROR:
+        vek_err(caller, text);
+        break;
+    case REPORT_WARNING:
+        vek_warn(caller, text);
+        break;
+    case REPORT_ABORT:
+        vek_abort(caller, text);
+        break;
+    case REPORT_PLAIN:
+        vc_str_print(text);
+        break;
+    }
+}
+
+// Null if there is no memory for it.
+static char *format_on_heap(int length, const char *format, va_list arguments)
+{
+    size_t size = static_cast<size_t>(length) + 1;
+    char *text = static_cast<char *>(malloc(size));
+    if (text != nullptr)
+        vsnprintf(text, size, format, arguments);
+    return text;
+}
+
+// Everything is formatted before the buffer changes, because the arguments may
+// lie in it.
+static void report_arguments(char *buffer, size_t width, report_kind kind, const char *caller,
+                             const char *format, va_list arguments)
+{
+    char start[1024] = "";
+    va_list again;
+    va_copy(again, arguments);
+    int length = vsnprintf(start, sizeof start, format, arguments);
+    char *whole = nullptr;
+    if (length >= static_cast<int>(width))
+        whole = format_on_heap(length, format, again);
+    va_end(again);
+    text_cut(buffer, width, start);
+    send(kind, caller, whole != nullptr ? whole : buffer);
+    free(whole);
+}
+
+void report(report_kind kind, const char *caller, const char *format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    report_arguments(vek_message_buf, sizeof vek_message_buf, kind, caller, format, arguments);
+    va_end(arguments);
+}
+
+void report_in(char *buffer, size_t width, report_kind kind, const char *caller, const char *format,
+               ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    report_arguments(buffer, width, kind, caller, format, arguments);
+    va_end(arguments);
+}
+
+void report_malloc_failure(const char *caller)
+{
+    vek_abort(caller, "malloc_failure");
+}

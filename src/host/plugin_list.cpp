@@ -1,0 +1,54 @@
+#include "host/plugin_list.h"
+
+#include "host/hsk.h"
+#include "host/message.h"
+#include "text/text.h"
+
+#include <cstring>
+
+constexpr int ao_model = 4;
+constexpr int ao_string = 66;
+constexpr int aa_string_string = 518;
+
+// Without a model the list is looked up under handle 0, where there is none.
+int plugin_list_find()
+{
+    ac_lookup_begin(ac_tavik_root(), ao_model);
+    int model = ac_lookup_object(0);
+    ac_lookup_done();
+    return ac_lookup_by_name(model, ao_string, "plugin_list");
+}
+
+// What of the text counts: the names that end within the first 1023
+// characters.
+static text_span whole_names(const char *text)
+{
+    size_t length = strlen(text);
+    if (length < plugin_list_size)
+        return {text, length};
+    report(REPORT_WARNING, "db_search",
+           "Model string 'plugin_list' is longer than %d chars, rest ignored.",
+           static_cast<int>(plugin_list_size) - 1);
+    length = plugin_list_size - 1;
+    while (length > 0 && text[length] != ':')
+        --length;
+    return {text, length};
+}
+
+void plugin_list_fetch(int handle, char (&list)[plugin_list_size])
+{
+    // The host is not told the size, so it gets far more than it should use.
+    static char delivered[65536];
+
+    delivered[0] = '\0';
+    ac_get_string(handle, aa_string_string, 0, delivered);
+    delivered[sizeof delivered - 1] = '\0';
+    text_copy(list, whole_names(delivered));
+}
+
+bool plugin_list_next(const char **list, char (&name)[plugin_list_size])
+{
+    text_span next = text_take_between(list, ':');
+    text_copy(name, next);
+    return next.length > 0;
+}

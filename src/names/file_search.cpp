@@ -1,0 +1,85 @@
+// Finding the file of a name.  A file is there if it opens for reading.
+
+#include "host/message.h"
+#include "names/names.h"
+#include "records.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cstring>
+
+const char *vek_existing_or_empty(const char *path)
+{
+    return vek_file_exists(path) != 0 ? path : vek_empty_text;
+}
+
+const char *vek_search_levels(const char *file_class, char *name, int skipped)
+{
+    static char vek_candidate_buf[VEK_PATH_SIZE];
+    char base[VEK_PATH_SIZE];
+    text_copy(base, vorn_vek_input2base(name));
+    const char *ext = vorn_vek_class2ext(file_class);
+    if (skipped >= db_count())
+        return vek_empty_text;
+    for (int level = (skipped < 0 ? 0 : skipped) + 1; level <= db_count(); ++level) {
+        const char *directory = vorn_vek_get_tbl_path(file_class, level);
+        if (text_join(vek_candidate_buf, {directory, "/", base, ".", ext}) &&
+            vek_file_exists(vek_candidate_buf) != 0)
+            return vek_candidate_buf;
+    }
+    return vek_empty_text;
+}
+
+// The second place of a name in the database "shared": the product's own
+// shared database.  False for any other name.
+static bool second_name(char (&second)[VEK_PATH_SIZE], const char *name)
+{
+    for (const char *start : {"klvds://", "<"}) {
+        const char *end = *start == '<' ? ">" : "";
+        char first[VEK_PATH_SIZE];
+        text_join(first, {start, "shared", end});
+        if (text_begins(name, first))
+            return text_join(second,
+                             {start, vek_product_name(), "_shared", end, name + strlen(first)});
+    }
+    return false;
+}
+
+static bool walk_is_on()
+{
+    const char *wish = getenv("KLV_VEK_SEARCH");
+    return wish != nullptr && strcmp(wish, "yes") == 0;
+}
+
+// The caller's texts are copied first: they may lie in the buffers of the
+// operations that are used here.  A text that does not fit names no file.
+static const char *search(const char *class_given, char *name_given, int level)
+{
+    char file_class[VEK_CLASS_SIZE];
+    char name[VEK_PATH_SIZE];
+    char second[VEK_PATH_SIZE];
+    text_copy(file_class, class_given);
+    text_copy(name, vorn_vek_nt2unix_path(name_given));
+    if (name[0] == '\0')
+        return vek_empty_text;
+    const char *path = vek_existing_or_empty(vorn_vek_input2full(name));
+    if (*path == '\0' && second_name(second, name))
+        path = vek_existing_or_empty(vorn_vek_input2full(second));
+    if (*path == '\0' && walk_is_on())
+        path = vek_search_levels(file_class, name, level > 0 ? level - 1 : 0);
+    return path;
+}
+
+char *vorn_vek_search_file(const char *file_class, char *name, int level)
+{
+    char *found = static_cast<char *>(malloc(VEK_PATH_SIZE));
+    if (found == nullptr) {
+        vek_err("vorn_vek_search_file", "Malloc failed. Unable to continue search.");
+        return vek_empty_text;
+    }
+    text_copy(found, VEK_PATH_SIZE, search(text_or_empty(file_class), name, level));
+    if (*found != '\0')
+        return found;
+    free(found);
+    return vek_empty_text;
+}

@@ -1,0 +1,93 @@
+// Taking path texts apart.
+
+#include "text/text.h"
+
+#include <cstring>
+
+static char vek_path_buf[VEK_PATH_SIZE];
+static char vek_file_buf[VEK_PATH_SIZE];
+static char vek_base_buf[VEK_PATH_SIZE];
+static char vek_ext_buf[VEK_PATH_SIZE];
+static char vek_tbl_file_buf[VEK_PATH_SIZE];
+static char vek_add_ext_buf[VEK_PATH_SIZE];
+
+const char *vorn_vek_input2path(char *text)
+{
+    text_copy(vek_path_buf, vorn_vek_nt2unix_path(text));
+    char *last = vek_strrstr(vek_path_buf, "/");
+    if (last == nullptr)
+        return vek_empty_text;
+    *last = '\0';
+    return vek_path_buf;
+}
+
+static char *file_name(char (&buffer)[VEK_PATH_SIZE], char *text)
+{
+    text_copy(buffer, vorn_vek_nt2unix_path(text));
+    const char *last = vek_strrstr(buffer, "/");
+    if (last != nullptr)
+        text_copy(buffer, last + 1);
+    return buffer;
+}
+
+const char *vorn_vek_input2file(char *text)
+{
+    return file_name(vek_file_buf, text);
+}
+
+const char *vorn_vek_input2base(char *text)
+{
+    file_name(vek_base_buf, text);
+    char *last = vek_strrstr(vek_base_buf, ".");
+    if (last != nullptr)
+        *last = '\0';
+    return vek_base_buf;
+}
+
+const char *vorn_vek_input2ext(const char *text)
+{
+    text_copy(vek_ext_buf, text_or_empty(text));
+    const char *last = vek_strrstr(vek_ext_buf, ".");
+    if (last == nullptr)
+        return vek_empty_text;
+    text_copy(vek_ext_buf, last + 1);
+    return vek_ext_buf;
+}
+
+const char *vek_input2tbl_and_file(char *text)
+{
+    char directory[VEK_PATH_SIZE];
+    text_copy(vek_tbl_file_buf, vorn_vek_nt2unix_path(text));
+    text_copy(directory, vek_tbl_file_buf);
+    char *last = vek_strrstr(directory, "/");
+    if (last == nullptr)
+        return vek_tbl_file_buf;
+    *last = '\0';
+    const char *second = vek_strrstr(directory, "/");
+    if (second != nullptr)
+        text_copy(vek_tbl_file_buf, vek_tbl_file_buf + (second - directory) + 1);
+    return vek_tbl_file_buf;
+}
+
+// Add ".", unless one is there, and the extension.
+static void append_extension(char (&name)[VEK_PATH_SIZE], const char *ext)
+{
+    size_t length = strlen(name);
+    bool has_dot = length > 0 && name[length - 1] == '.';
+    if (has_dot || text_append(name, "."))
+        text_append(name, ext);
+}
+
+const char *vorn_vek_add_extension(const char *name, const char *ext)
+{
+    char added[VEK_PATH_SIZE]; // `ext` may lie in a buffer that is overwritten below
+    bool fits = text_copy(added, text_or_empty(ext));
+    if (!text_copy(vek_add_ext_buf, text_or_empty(name)))
+        return vek_add_ext_buf;
+    if (*vorn_vek_input2ext(vorn_vek_input2file(vek_add_ext_buf)) != '\0')
+        return vek_add_ext_buf;
+    append_extension(vek_add_ext_buf, added);
+    if (!fits)
+        vek_add_ext_buf[0] = '\0';
+    return vek_add_ext_buf;
+}

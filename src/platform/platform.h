@@ -1,0 +1,38 @@
+// What differs between systems, behind one seam.  All results are true for
+// success; where a file operation fails, errno says why.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+
+// The current directory; false, also when it has no room in `width` bytes.
+bool platform_current_dir(char *to, size_t width);
+bool platform_change_dir(const char *path);
+bool platform_make_dir(const char *path); // one level
+
+// Open for reading.  A directory does not open (EISDIR), and a pipe that
+// nobody writes to does not keep the caller waiting.
+FILE *platform_open_to_read(const char *path);
+// Whether it would: one open, one look at what was opened.
+bool platform_opens_for_reading(const char *path);
+// Create or empty a file and close it again, without waiting for anybody.
+bool platform_create_file(const char *path);
+
+// One piece of a line into `to`: at most width - 1 characters, the line feed
+// included, as fgets would take them from a file whose lines end in a line
+// feed alone: a carriage return directly before the line feed or the end of
+// the file does not count.  A NUL byte ends the piece's text, not the piece.
+// False at the end of the file.
+bool platform_read_piece(FILE *file, char *to, size_t width);
+
+// The long form of a path; false if there is none of fewer than `width`
+// characters.
+bool platform_long_path(const char *path, char *to, size_t width);
+
+// The directory for temporary files, a separator at its end: made for this
+// process alone at the first call, and removed with it if it is empty then.
+bool platform_temporary_dir(char *to, size_t width);
+
+// Whether two texts name one file on disk.
+bool platform_same_file(const char *first, const char *second);

@@ -1,0 +1,110 @@
+#include "platform/platform.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+bool platform_current_dir(char *to, size_t width)
+{
+    return getcwd(to, width) != nullptr;
+}
+
+bool platform_change_dir(const char *path)
+{
+    return chdir(path) == 0;
+}
+
+bool platform_make_dir(const char *path)
+{
+    return mkdir(path, 0777) == 0;
+}
+
+// Opening without blocking keeps a pipe without a writer from holding the
+// process.  *is_plain tells a regular file from a pipe or device.
+static int open_file(const char *path, bool *is_plain)
+{
+    int file = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0)
+        return -1;
+    struct stat status;
+    if (fstat(file, &status) == 0 && !S_ISDIR(status.st_mode)) {
+        *is_plain = S_ISREG(status.st_mode);
+        return file;
+    }
+    close(file);
+    errno = EISDIR;
+    return -1;
+}
+
+FILE *platform_open_to_read(const char *path)
+{
+    bool is_plain = false;
+    int file = open_file(path, &is_plain);
+    if (file < 0)
+        return nullptr;
+    if (!is_plain)
+        fcntl(file, F_SETFL, 0); // a pipe that has a writer is waited for
+    FILE *stream = fdopen(file, "r");
+    if (stream == nullptr)
+        close(file);
+    return stream;
+}
+
+bool platform_opens_for_reading(const char *path)
+{
+    bool is_plain = false;
+    int file = open_file(path, &is_plain);
+    if (file < 0)
+        return false;
+    close(file);
+    return true;
+}
+
+bool platform_create_file(const char *path)
+{
+    int file = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (file < 0)
+        return false;
+    close(file);
+    return true;
+}
+
+bool platform_long_path(const char *, char *, size_t)
+{
+    return false; // no system of this family shortens names
+}
+
+static char temporary_dir[PATH_MAX];
+
+static void remove_temporary_dir()
+{
+    rmdir(temporary_dir); // does nothing while a file is in it
+}
+
+bool platform_temporary_dir(char *to, size_t width)
+{
+    if (temporary_dir[0] == '\0') {
+        const char *parent = getenv("TMPDIR");
+        if (parent == nullptr || *parent == '\0')
+            parent = "/tmp";
+        char path[sizeof temporary_dir];
+        int length = snprintf(path, sizeof path, "%s/vek-XXXXXX", parent);
+        if (length < 0 || static_cast<size_t>(length) >= sizeof path || mkdtemp(path) == nullptr)
+            return false;
+        memcpy(temporary_dir, path, sizeof path);
+        atexit(remove_temporary_dir);
+    }
+    int length = snprintf(to, width, "%s/", temporary_dir);
+    return length >= 0 && static_cast<size_t>(length) < width;
+}
+
+bool platform_same_file(const char *first, const char *second)
+{
+    struct stat one, other;
+    return stat(first, &one) == 0 && stat(second, &other) == 0 && one.st_dev == other.st_dev &&
+           one.st_ino == other.st_ino;
+}

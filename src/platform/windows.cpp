@@ -1,0 +1,92 @@
+#include "platform/platform.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <direct.h>
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+bool platform_current_dir(char *to, size_t width)
+{
+    return width <= INT_MAX && _getcwd(to, static_cast<int>(width)) != nullptr;
+}
+
+bool platform_change_dir(const char *path)
+{
+    return _chdir(path) == 0;
+}
+
+bool platform_make_dir(const char *path)
+{
+    return _mkdir(path) == 0;
+}
+
+// The C runtime does not open directories for reading.
+FILE *platform_open_to_read(const char *path)
+{
+    return fopen(path, "r");
+}
+
+bool platform_opens_for_reading(const char *path)
+{
+    int file = _open(path, _O_RDONLY | _O_NOINHERIT);
+    if (file < 0)
+        return false;
+    _close(file);
+    return true;
+}
+
+bool platform_create_file(const char *path)
+{
+    int file = _open(path, _O_WRONLY | _O_CREAT | _O_TRUNC | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    if (file < 0)
+        return false;
+    _close(file);
+    return true;
+}
+
+bool platform_long_path(const char *path, char *to, size_t width)
+{
+    DWORD length = GetLongPathNameA(path, to, static_cast<DWORD>(width));
+    return length > 0 && length < width;
+}
+
+bool platform_temporary_dir(char *to, size_t width)
+{
+    static char directory[MAX_PATH];
+    if (directory[0] == '\0') {
+        char *name = _tempnam(nullptr, "vek");
+        if (name == nullptr)
+            return false;
+        const char *last = strrchr(name, '\\');
+        size_t length = last == nullptr ? 0 : static_cast<size_t>(last - name) + 1;
+        if (length > 0 && length < sizeof directory)
+            memcpy(directory, name, length); // the rest is NUL already
+        free(name);
+    }
+    int length = snprintf(to, width, "%s", directory);
+    return length > 0 && static_cast<size_t>(length) < width;
+}
+
+static bool file_identity(const char *path, BY_HANDLE_FILE_INFORMATION *identity)
+{
+    HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                              nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    bool known = GetFileInformationByHandle(file, identity) != 0;
+    CloseHandle(file);
+    return known;
+}
+
+bool platform_same_file(const char *first, const char *second)
+{
+    BY_HANDLE_FILE_INFORMATION one, other;
+    return file_identity(first, &one) && file_identity(second, &other) &&
+           one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
+           one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
+}

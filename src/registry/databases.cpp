@@ -1,0 +1,208 @@
+// The ordered list of databases.
+
+#include "host/message.h"
+#include "platform/platform.h"
+#include "registry/registry.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cstring>
+
+vek_db_rec **vek_list;
+int number_of_veks;
+int vek_list_capacity;
+
+// Slots that hold a record, from the first on.  number_of_veks is the host's
+// to set; this is not.
+static int filled_slots;
+
+int db_count()
+{
+    if (number_of_veks < 0)
+        return 0;
+    return number_of_veks < filled_slots ? number_of_veks : filled_slots;
+}
+
+vek_db_rec *db_at(int level)
+{
+    return level >= 1 && level <= db_count() ? vek_list[level - 1] : nullptr;
+}
+
+void vek_set_number_of_veks(int count)
+{
+    number_of_veks = count;
+}
+
+int vorn_vek_get_number_of_veks()
+{
+    return number_of_veks;
+}
+
+int vorn_vek_db2level(const char *name)
+{
+    for (int level = 1; level <= db_count(); ++level)
+        if (vek_strcasecmp(db_at(level)->name, name) == 0)
+            return level;
+    return -1;
+}
+
+vek_db_rec *db_find(const char *name)
+{
+    return db_at(vorn_vek_db2level(name));
+}
+
+bool level_is_valid(int level, const char *caller)
+{
+    if (level < 1)
+        report(REPORT_ERROR, caller, "Level '%i' is invalid.  The level must be greater than zero.",
+               level);
+    else if (level > number_of_veks)
+        report(REPORT_ERROR, caller,
+               "Level '%i' is invalid.  There currently only '%i' active databases.", level,
+               number_of_veks);
+    return db_at(level) != nullptr;
+}
+
+const char *vorn_vek_level2db(int level)
+{
+    return level_is_valid(level, "vorn_vek_level2db") ? db_at(level)->name : vek_empty_text;
+}
+
+int vorn_vek_db_iswritable(const char *name)
+{
+    const vek_db_rec *db = db_find(name);
+    return db == nullptr ? 0 : db->writable;
+}
+
+int vorn_vek_db_exists(const char *path)
+{
+    char home[260];
+    return platform_current_dir(home, sizeof home) && platform_change_dir(text_or_empty(path)) &&
+                   platform_change_dir(home)
+               ? 1
+               : 0;
+}
+
+int vek_dir_is_writable(const char *path)
+{
+    char probe[VEK_TBL_PATH_SIZE];
+    if (!text_join(probe, {text_or_empty(path), "/", "tmp_bedwvorn.txt"}) ||
+        !platform_create_file(probe))
+        return 0;
+    remove(probe);
+    return 1;
+}
+
+// Add 5 slots if all are taken.
+static bool make_room()
+{
+    if (number_of_veks < vek_list_capacity)
+        return true;
+    size_t capacity = static_cast<size_t>(vek_list_capacity) + 5;
+    void *grown = realloc(vek_list, capacity * sizeof *vek_list);
+    if (grown == nullptr)
+        return false;
+    vek_list = static_cast<vek_db_rec **>(grown);
+    vek_list_capacity = static_cast<int>(capacity);
+    return true;
+}
+
+static bool copy_tables(vek_db_rec *to, const vek_db_rec *from)
+{
+    for (int i = 0; i < from->tbl_count; ++i) {
+        const vek_tbl_rec *table = from->tbls[i];
+        if (!table_append(to, table->class_, table->dir, table->ext, table->cfg_index))
+            return false;
+    }
+    return true;
+}
+
+static void release(vek_db_rec *db)
+{
+    while (db->tbl_count > 0)
+        table_take_back(db);
+    free(db->tbls);
+    free(db);
+}
+
+// Result: 0 stored, 1 not.
+static int store(const char *name, const char *path, int cfg_index)
+{
+    if (number_of_veks < 0 || number_of_veks > filled_slots)
+        return 1; // a count set by the host; no slot is known to be the next
+    vek_db_rec *db = nullptr;
+    if (make_room())
+        db = static_cast<vek_db_rec *>(calloc(1, sizeof *db));
+    if (db == nullptr) {
+        report_malloc_failure("vek_db_read");
+        return 1;
+    }
+    text_copy(db->name, name);
+    text_copy(db->path, path);
+    db->writable = vek_dir_is_writable(path);
+    db->cfg_index = cfg_index;
+    if (number_of_veks > 0 && !copy_tables(db, db_at(1))) {
+        release(db);
+        return 1;
+    }
+    vek_list[number_of_veks++] = db;
+    if (filled_slots < number_of_veks)
+        filled_slots = number_of_veks;
+    return 0;
+}
+
+static bool can_be_entered(const char *path)
+{
+    if (vorn_vek_db_exists(path) != 0)
+        return true;
+    platform_make_dir(path);
+    return vorn_vek_db_exists(path) != 0;
+}
+
+static text_span trim_end(text_span text)
+{
+    while (text.length > 0 && strchr(" \t", text.start[text.length - 1]) != nullptr)
+        --text.length;
+    return text;
+}
+
+// The path of a statement as people write it, made to one of ours.
+static void normalise(char *path)
+{
+    vorn_vek_nt2unix_path(path);
+    vek_eval_str(path);
+    vorn_vek_nt2unix_path(path);
+    vek_rm_extra_separators(path);
+}
+
+// What is refused late has had its directory made, and a directory that can't
+// be made hides that the name is taken: hosts know this order.
+static int add_database(const char *name, char *path, int cfg_index)
+{
+    normalise(path);
+    if (!can_be_entered(path))
+        return 2;
+    if (strchr(path, '~') != nullptr)
+        text_copy(path, VEK_PATH_SIZE, _vek_getlongpath(path));
+    if (db_find(name) != nullptr)
+        return 3;
+    if (strcmp(name, "shared") == 0 && cfg_index == vek_private_cfg_index)
+        return 6;
+    return store(name, path, cfg_index);
+}
+
+int vek_db_read(const char *statement, int cfg_index)
+{
+    statement = text_or_empty(statement);
+    text_take_word(&statement);
+    text_span name_span = text_take_word(&statement);
+    text_span path_span = text_take_rest(&statement);
+    if (path_span.length == 0)
+        return 1;
+    char name[VEK_DB_NAME_SIZE];
+    char path[VEK_PATH_SIZE];
+    if (!text_copy(name, name_span))
+        return 4;
+    text_copy(path, trim_end(path_span));
+    return add_database(name, path, cfg_index);
+}

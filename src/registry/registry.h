@@ -1,0 +1,29 @@
+// What the sources of this folder share beside vek.h and the records.
+
+#pragma once
+
+#include "records.h"
+
+#include <cstdio>
+
+extern "C" {
+
+// registry/databases.cpp.  Whether a file can be made in the directory: 1 or 0.
+int vek_dir_is_writable(const char *path);
+
+// registry/table_directories.cpp.  The rows of the table report; `mode` is
+// "info" for people.
+void vek_tbl_list_print(FILE *stream, const char *mode);
+}
+
+// registry/databases.cpp.  Whether there is a database at the level; reports a
+// level out of range.
+bool level_is_valid(int level, const char *caller);
+
+// registry/tables.cpp.  Append a table to one database; false, with
+// "malloc_failure" reported, if there is no memory, and without a report if a
+// text is too long for its field.
+bool table_append(vek_db_rec *db, const char *file_class, const char *dir, const char *ext,
+                  int cfg_index);
+// Take the last table of a database back.
+void table_take_back(vek_db_rec *db);

@@ -1,0 +1,95 @@
+// From class or extension to the other, and to a table's directory.
+
+#include "registry/registry.h"
+#include "text/text.h"
+
+#include <cstring>
+
+// An extension may carry a version behind ";".  False if what is left has more
+// characters than any table's extension.
+static bool cut_version(const char *ext, char (&cut)[VEK_EXT_SIZE])
+{
+    ext = text_or_empty(ext);
+    return text_copy(cut, text_span{ext, strcspn(ext, ";")});
+}
+
+static const vek_tbl_rec *find_class(const vek_db_rec *db, const char *file_class)
+{
+    if (db == nullptr)
+        return nullptr;
+    for (int i = 0; i < db->tbl_count; ++i)
+        if (vek_strcasecmp(db->tbls[i]->class_, file_class) == 0)
+            return db->tbls[i];
+    return nullptr;
+}
+
+static const vek_tbl_rec *find_ext(const vek_db_rec *db, const char *ext)
+{
+    char cut[VEK_EXT_SIZE];
+    if (db == nullptr || !cut_version(ext, cut))
+        return nullptr;
+    for (int i = 0; i < db->tbl_count; ++i)
+        if (vek_strcasecmp(db->tbls[i]->ext, cut) == 0)
+            return db->tbls[i];
+    return nullptr;
+}
+
+const char *vorn_vek_class2ext(const char *file_class)
+{
+    const vek_tbl_rec *table = find_class(db_at(1), file_class);
+    return table == nullptr ? vek_empty_text : table->ext;
+}
+
+const char *vorn_vek_class2tbl(const char *file_class)
+{
+    const vek_tbl_rec *table = find_class(db_at(1), file_class);
+    return table == nullptr ? vek_empty_text : table->dir;
+}
+
+const char *vorn_vek_ext2class(const char *ext)
+{
+    const vek_tbl_rec *table = find_ext(db_at(1), ext);
+    return table == nullptr ? vek_empty_text : table->class_;
+}
+
+const char *vorn_vek_ext2tbl(const char *ext)
+{
+    const vek_tbl_rec *table = find_ext(db_at(1), ext);
+    return table == nullptr ? vek_empty_text : table->dir;
+}
+
+const char *vek_ext2alias(const char *ext, int level)
+{
+    static char database_alias[VEK_DB_NAME_SIZE + 2];
+    const vek_db_rec *db = db_at(level);
+    if (db == nullptr)
+        return vek_empty_text;
+    char cut[VEK_EXT_SIZE];
+    if (cut_version(ext, cut) && (cut[0] == '\0' || strcmp(cut, "*") == 0)) {
+        text_join(database_alias, {"<", db->name, ">"});
+        return database_alias;
+    }
+    const vek_tbl_rec *table = find_ext(db, ext);
+    return table == nullptr ? vek_empty_text : table->alias;
+}
+
+const char *vorn_vek_ext2path(const char *ext, int level)
+{
+    if (!level_is_valid(level, "vorn_vek_ext2path"))
+        return vek_empty_text;
+    const vek_tbl_rec *table = find_ext(db_at(level), ext);
+    return table == nullptr ? vek_empty_text : table->full_path;
+}
+
+const char *vorn_vek_get_tbl_path(const char *file_class, int level)
+{
+    if (!level_is_valid(level, "vorn_vek_get_tbl_path"))
+        return vek_empty_text;
+    const vek_tbl_rec *table = find_class(db_at(level), file_class);
+    return table == nullptr ? vek_empty_text : table->full_path;
+}
+
+const char *vorn_vek_get_def_wri_tbl(const char *file_class)
+{
+    return vorn_vek_get_tbl_path(file_class, vorn_vek_db2level(vorn_vek_get_write_default()));
+}

@@ -1,0 +1,135 @@
+// TABLE statements, and the tables of each database.
+
+#include "host/message.h"
+#include "registry/registry.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cstring>
+
+// 25 slots at first, then 5 more each time all are taken.
+static bool make_room(vek_db_rec *db)
+{
+    if (db->tbl_count < db->tbl_capacity)
+        return true;
+    int capacity = db->tbl_capacity == 0 ? 25 : db->tbl_capacity + 5;
+    void *grown = realloc(db->tbls, static_cast<size_t>(capacity) * sizeof *db->tbls);
+    if (grown == nullptr)
+        return false;
+    db->tbls = static_cast<vek_tbl_rec **>(grown);
+    db->tbl_capacity = capacity;
+    return true;
+}
+
+bool table_append(vek_db_rec *db, const char *file_class, const char *dir, const char *ext,
+                  int cfg_index)
+{
+    vek_tbl_rec table = {};
+    if (!text_copy(table.class_, file_class) || !text_copy(table.dir, dir) ||
+        !text_copy(table.ext, ext))
+        return false;
+    text_join(table.alias, {"<", db->name, ">/", dir});
+    text_join(table.full_path, {db->path, "/", dir});
+    table.cfg_index = cfg_index;
+
+    vek_tbl_rec *record = nullptr;
+    if (make_room(db))
+        record = static_cast<vek_tbl_rec *>(malloc(sizeof *record));
+    if (record == nullptr) {
+        report_malloc_failure("vek_tbl_add");
+        return false;
+    }
+    *record = table;
+    db->tbls[db->tbl_count++] = record;
+    return true;
+}
+
+void table_take_back(vek_db_rec *db)
+{
+    free(db->tbls[--db->tbl_count]);
+}
+
+void vek_tbl_add(int position, const char *file_class, const char *dir, const char *ext,
+                 int cfg_index)
+{
+    vek_db_rec *db = position < 0 || position >= db_count() ? nullptr : db_at(position + 1);
+    if (db != nullptr)
+        table_append(db, text_or_empty(file_class), text_or_empty(dir), text_or_empty(ext),
+                     cfg_index);
+}
+
+struct tbl_statement {
+    text_span file_class;
+    text_span dir;
+    text_span ext;
+};
+
+static tbl_statement split(const char *statement)
+{
+    tbl_statement fields;
+    text_take_word(&statement);
+    fields.file_class = text_take_word(&statement);
+    fields.dir = text_take_word(&statement);
+    fields.ext = text_take_word(&statement);
+    return fields;
+}
+
+static bool is_too_long(text_span field, int size, const char *what)
+{
+    if (field.length < static_cast<size_t>(size))
+        return false;
+    report(REPORT_ERROR, "vek_tbl_read", "The table %s '%.*s'", what,
+           static_cast<int>(field.length), field.start);
+    report(REPORT_ERROR, "vek_tbl_read", "  is too long (MAX length is %d).", size - 1);
+    return true;
+}
+
+static bool is_known(const char *file_class, const char *ext)
+{
+    const vek_db_rec *db = db_at(1);
+    for (int i = 0; i < db->tbl_count; ++i)
+        if (vek_strcasecmp(db->tbls[i]->class_, file_class) == 0 ||
+            vek_strcasecmp(db->tbls[i]->ext, ext) == 0)
+            return true;
+    return false;
+}
+
+// Result: 0 in every database, 1 in none.
+static int add_to_all(const char *file_class, const char *dir, const char *ext, int cfg_index)
+{
+    for (int level = 1; level <= db_count(); ++level) {
+        if (table_append(db_at(level), file_class, dir, ext, cfg_index))
+            continue;
+        while (--level >= 1)
+            table_take_back(db_at(level));
+        return 1;
+    }
+    return 0;
+}
+
+int vek_tbl_read(const char *statement, int cfg_index)
+{
+    statement = text_or_empty(statement);
+    tbl_statement fields = split(statement);
+    if (fields.ext.length == 0)
+        return 1;
+    if (is_too_long(fields.file_class, VEK_CLASS_SIZE, "class name") ||
+        is_too_long(fields.dir, VEK_TBL_DIR_SIZE, "directory name") ||
+        is_too_long(fields.ext, VEK_EXT_SIZE, "extension"))
+        return 1;
+    if (db_count() < 1) {
+        report(REPORT_ERROR, "vek_tbl_read", "%s\n%s",
+               "No valid DATABASE has been initialized before TABLE definition", statement);
+        vek_abort("vek_tbl_read()", "Fatal config file error");
+        return 1;
+    }
+    char file_class[VEK_CLASS_SIZE];
+    char dir[VEK_TBL_DIR_SIZE];
+    char ext[VEK_EXT_SIZE];
+    text_copy(file_class, fields.file_class);
+    text_copy(dir, fields.dir);
+    text_copy(ext, fields.ext);
+    if (is_known(file_class, ext))
+        return cfg_index == vek_private_cfg_index ? 2 : 0;
+    return add_to_all(file_class, dir, ext, cfg_index);
+}

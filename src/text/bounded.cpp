@@ -1,0 +1,112 @@
+#include "text/text.h"
+
+#include <cctype>
+#include <cstring>
+
+char vek_empty_text[1];
+
+const char *text_or_empty(const char *text)
+{
+    return text == nullptr ? vek_empty_text : text;
+}
+
+char *text_or_empty(char *text)
+{
+    return text == nullptr ? vek_empty_text : text;
+}
+
+bool text_is_empty(const char *text)
+{
+    return text == nullptr || *text == '\0';
+}
+
+bool text_begins(const char *text, const char *start)
+{
+    return strncmp(text, start, strlen(start)) == 0;
+}
+
+static bool is_space(char character)
+{
+    return isspace(static_cast<unsigned char>(character)) != 0;
+}
+
+static void skip_space(const char **text)
+{
+    while (is_space(**text))
+        ++*text;
+}
+
+text_span text_take_word(const char **text)
+{
+    skip_space(text);
+    text_span word = {*text, 0};
+    while (**text != '\0' && !is_space(**text))
+        ++*text;
+    word.length = static_cast<size_t>(*text - word.start);
+    return word;
+}
+
+text_span text_take_between(const char **text, char separator)
+{
+    while (**text == separator)
+        ++*text;
+    text_span piece = {*text, 0};
+    while (**text != '\0' && **text != separator)
+        ++*text;
+    piece.length = static_cast<size_t>(*text - piece.start);
+    return piece;
+}
+
+text_span text_take_rest(const char **text)
+{
+    skip_space(text);
+    text_span rest = {*text, strcspn(*text, "\n")};
+    *text += rest.length;
+    return rest;
+}
+
+bool text_copy(char *to, size_t width, const char *from)
+{
+    return text_copy(to, width, text_span{from, strlen(from)});
+}
+
+bool text_copy(char *to, size_t width, text_span from)
+{
+    bool fits = from.length < width;
+    if (fits)
+        memmove(to, from.start, from.length);
+    to[fits ? from.length : 0] = '\0';
+    return fits;
+}
+
+bool text_join(char *to, size_t width, std::initializer_list<const char *> parts)
+{
+    size_t length = 0;
+    for (const char *part : parts) {
+        size_t more = strlen(part);
+        if (more >= width - length) {
+            to[0] = '\0';
+            return false;
+        }
+        memcpy(to + length, part, more);
+        length += more;
+    }
+    to[length] = '\0';
+    return true;
+}
+
+bool text_append(char *to, size_t width, const char *more)
+{
+    size_t length = strlen(to);
+    if (text_copy(to + length, width - length, more))
+        return true;
+    to[0] = '\0';
+    return false;
+}
+
+void text_cut(char *to, size_t width, const char *from)
+{
+    size_t length = strnlen(from, width - 1);
+    memcpy(to, from, length);
+    to[length] = '\0';
+}
