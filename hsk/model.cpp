@@ -1,0 +1,132 @@
+// The loaded model: one object with at most one text, its list of plug-ins.
+
+#include "host/hsk.h"
+#include "hsk_control.h"
+
+#include <stdio.h>
+#include <string.h>
+
+static const int root_handle = 1;
+static const int model_handle = 2;
+static const int list_handle = 3;
+
+static const int ao_model = 4;
+static const int ao_string = 66;
+static const int aa_string_string = 518;
+
+static const char list_name[] = "plugin_list";
+
+static bool model_loaded = false;
+static bool walking = false; // between ac_lookup_begin and ac_lookup_done
+static bool list_present = false;
+static char plugin_list[HSK_PLUGIN_LIST_SIZE];
+
+// A line holds the longest list with its name and some blanks around it.
+static char line[HSK_PLUGIN_LIST_SIZE + 256];
+
+enum line_kind { LINE_OTHER, LINE_LIST, LINE_TOO_LONG };
+
+static bool is_space(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Reads a line without its comment; false at the end.  What a line has beyond
+// the buffer is thrown away, so that it is not taken for a line of its own.
+static bool read_line(FILE *file)
+{
+    if (!fgets(line, sizeof line, file))
+        return false;
+    bool whole = strchr(line, '\n') != nullptr;
+    for (int rest = 0; !whole && rest != '\n' && rest != EOF;)
+        rest = getc(file);
+    line[strcspn(line, "!")] = '\0';
+    return true;
+}
+
+static void drop_trailing_space(char *text)
+{
+    size_t length = strlen(text);
+    while (length > 0 && is_space(text[length - 1]))
+        text[--length] = '\0';
+}
+
+static line_kind take_line()
+{
+    bool cut = strlen(line) == sizeof line - 1;
+    drop_trailing_space(line);
+    const char *word = line + strspn(line, " \t");
+    const size_t name_length = sizeof list_name - 1;
+    if (strncmp(word, list_name, name_length) != 0)
+        return LINE_OTHER;
+    const char *list = word + name_length;
+    if (*list && !is_space(*list))
+        return LINE_OTHER;
+    list += strspn(list, " \t");
+    if (cut || strlen(list) >= sizeof plugin_list)
+        return LINE_TOO_LONG;
+    memcpy(plugin_list, list, strlen(list) + 1);
+    return LINE_LIST;
+}
+
+// A directory opens, but does not read: it counts as a file that does not
+// open.
+static int read_model(FILE *file)
+{
+    while (read_line(file)) {
+        line_kind kind = take_line();
+        if (kind == LINE_TOO_LONG)
+            return 2;
+        if (kind == LINE_LIST)
+            list_present = true;
+    }
+    return ferror(file) ? 1 : 0;
+}
+
+int hsk_load_model(const char *path)
+{
+    model_loaded = false;
+    list_present = false;
+    FILE *file = path ? fopen(path, "r") : nullptr;
+    if (!file)
+        return 1;
+    int result = read_model(file);
+    fclose(file);
+    model_loaded = result == 0;
+    return result;
+}
+
+HSK_API int ac_tavik_root()
+{
+    return root_handle;
+}
+
+HSK_API void ac_lookup_begin(int root, int type)
+{
+    walking = root == root_handle && type == ao_model;
+}
+
+HSK_API int ac_lookup_object(int)
+{
+    return walking && model_loaded ? model_handle : 0;
+}
+
+HSK_API void ac_lookup_done()
+{
+    walking = false;
+}
+
+HSK_API int ac_lookup_by_name(int model, int type, const char *name)
+{
+    bool found = model_loaded && list_present && model == model_handle && type == ao_string &&
+                 name && strcmp(name, list_name) == 0;
+    return found ? list_handle : 0;
+}
+
+// Writes at most HSK_PLUGIN_LIST_SIZE bytes, the room that callers provide.
+HSK_API void ac_get_string(int object, int attribute, int, char *buffer)
+{
+    bool known = object == list_handle && attribute == aa_string_string;
+    const char *text = known ? plugin_list : "";
+    memcpy(buffer, text, strlen(text) + 1);
+}

@@ -1,0 +1,63 @@
+// Settings and the process environment.
+
+#include "host/hsk.h"
+#include "hsk_control.h"
+
+#include <stdlib.h>
+
+static const int defaults_handle = 1;
+static const int setting_count = 512;
+
+static int gui_threshold = 1;
+static int settings[setting_count]; // by id
+
+HSK_API int vc_putenv(const char *name, const char *value)
+{
+    if (!name || !value)
+        return 1;
+#ifdef _WIN32
+    return _putenv_s(name, value) == 0 ? 0 : 1;
+#else
+    return setenv(name, value, 1) == 0 ? 0 : 1;
+#endif
+}
+
+HSK_API int msg_get_gui_threshold()
+{
+    return gui_threshold;
+}
+
+HSK_API void msg_set_gui_threshold(int threshold)
+{
+    gui_threshold = threshold;
+}
+
+HSK_API int default_current_defaults()
+{
+    return defaults_handle;
+}
+
+// Null for a handle or an id that there is not.
+static int *setting(int defaults, int id)
+{
+    bool known = defaults == defaults_handle && id >= 0 && id < setting_count;
+    return known ? &settings[id] : nullptr;
+}
+
+HSK_API int dbt_get_int(int defaults, int id, int)
+{
+    const int *value = setting(defaults, id);
+    return value ? *value : 0;
+}
+
+HSK_API void dbt_set_int(int defaults, int id, int value, int)
+{
+    if (int *kept = setting(defaults, id))
+        *kept = value;
+}
+
+// Where a plug-in's own libraries lie is nothing to the stand-in: it loads
+// none.
+HSK_API void register_new_plugin_paths(const char *)
+{
+}

@@ -1,0 +1,113 @@
+// Output to the user, and alerts, on the terminal.
+
+#include "host/hsk.h"
+#include "hsk_control.h"
+
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+static const int button_count = 3;
+
+static bool output_to_error = false;
+static int answers[HSK_ANSWER_COUNT];
+static int answers_waiting = 0;
+
+static FILE *output()
+{
+    return output_to_error ? stderr : stdout;
+}
+
+void hsk_output_to_error()
+{
+    output_to_error = true;
+}
+
+int hsk_queue_answer(int button)
+{
+    if (button < 1 || button > button_count || answers_waiting == HSK_ANSWER_COUNT)
+        return 1;
+    answers[answers_waiting++] = button;
+    return 0;
+}
+
+static int take_answer()
+{
+    int first = answers[0];
+    --answers_waiting;
+    memmove(answers, answers + 1, sizeof answers - sizeof answers[0]);
+    return first;
+}
+
+// Each entry is flushed, so that it keeps its place among the lines that the
+// process prints by other ways.
+HSK_API void vc_str_print(const char *text)
+{
+    size_t length = text ? strlen(text) : 0;
+    if (length > 0)
+        fwrite(text, 1, length, output());
+    if (length == 0 || text[length - 1] != '\n')
+        fputc('\n', output());
+    fflush(output());
+}
+
+static bool has_label(const char *label)
+{
+    return label && *label;
+}
+
+static void print_alert(const char *kind, const char *message, const char *const *labels)
+{
+    fprintf(output(), "[%s] %s\n", kind ? kind : "", message ? message : "");
+    for (int button = 1; button <= button_count; ++button)
+        if (has_label(labels[button - 1]))
+            fprintf(output(), "  %d  %s\n", button, labels[button - 1]);
+}
+
+// Reads one line whole, so that the tail of a long one is not taken for the
+// next answer.  Result: a number, 0 for an empty line, -1 for anything else.
+// Sets *ended when there is no line.
+static int read_number(bool *ended)
+{
+    char line[16];
+    *ended = !fgets(line, sizeof line, stdin);
+    if (*ended)
+        return 0;
+    bool whole = strchr(line, '\n') != nullptr;
+    for (int rest = 0; !whole && rest != '\n' && rest != EOF;)
+        rest = getc(stdin);
+    char *end = nullptr;
+    long number = strtol(line, &end, 10);
+    if (end == line)
+        return *line == '\n' ? 0 : -1;
+    return number >= 1 && number <= button_count ? (int)number : -1;
+}
+
+static int ask(const char *const *labels, int default_button)
+{
+    for (;;) {
+        fprintf(output(), "Button [%d]: ", default_button);
+        fflush(output());
+        bool ended = false;
+        int number = read_number(&ended);
+        if (ended)
+            fputc('\n', output());
+        if (number == 0)
+            return default_button;
+        if (number > 0 && has_label(labels[number - 1]))
+            return number;
+    }
+}
+
+HSK_API int vc_alert(const char *kind, const char *message, const char *first, const char *second,
+                     const char *third, int default_button)
+{
+    const char *labels[button_count] = {first, second, third};
+    print_alert(kind, message, labels);
+    if (answers_waiting == 0)
+        return ask(labels, default_button);
+    int button = take_answer();
+    fprintf(output(), "Button [%d]: %d\n", default_button, button);
+    fflush(output());
+    return button;
+}
