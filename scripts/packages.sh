@@ -1,0 +1,44 @@
+# shellcheck shell=bash
+# Shell functions that the scripts here share; to be read with ".".
+
+# need_packages PACKAGE:PROBE...
+# Installs the packages whose probe is missing.  A probe is a command or, if it
+# holds a "/", a header.
+need_packages() {
+    local missing=() pair
+    for pair in "$@"; do
+        has_probe "${pair#*:}" || missing+=("${pair%%:*}")
+    done
+    if ((${#missing[@]} > 0)); then
+        install_packages "${missing[@]}"
+    fi
+}
+
+has_probe() {
+    if [[ $1 == */* ]]; then
+        [[ -e /usr/include/$1 || -e /usr/local/include/$1 ]]
+    else
+        command -v "$1" >/dev/null
+    fi
+}
+
+install_packages() {
+    local as_root=()
+    if ((EUID != 0)); then
+        as_root=(sudo)
+    fi
+    if ! command -v apt-get >/dev/null || ! command -v "${as_root[0]:-true}" >/dev/null; then
+        echo "These packages (Debian's names) are missing and can't be installed from here: $*" >&2
+        echo "Install them, for instance with: apt-get install $*" >&2
+        exit 1
+    fi
+    echo "Installing $*" >&2
+    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq)
+    "${apt[@]}" update >&2
+    "${apt[@]}" install -y --no-install-recommends "$@" >&2
+}
+
+build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp)
+test_packages=("${build_packages[@]}" libgtest-dev:gtest/gtest.h binutils:nm)
+# shellcheck disable=SC2034
+lint_packages=("${test_packages[@]}" clang-format:clang-format clang-tidy:clang-tidy)
