@@ -419,8 +419,8 @@ VEK_API char *db_search(char *name, const char *file_class, int *found);
    267 characters the first 266 count, and of all only what stands before the
    first blank.  `result` takes at most VEK_PATH_SIZE bytes, `length` its
    characters.  The sizes that a Fortran caller passes are not read.  */
-VEK_API void F2C_DB_SEARCH(char *result, int result_size, int *length, int *found,
-                           const char *name, int name_size, const char *file_class);
+VEK_API void F2C_DB_SEARCH(char *result, int result_size, int *length, int *found, const char *name,
+                           int name_size, const char *file_class);
 
 #ifdef __cplusplus
 }

@@ -34,8 +34,8 @@ install_packages() {
     fi
     echo "Installing $*" >&2
     local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq)
-    "${apt[@]}" update >&2
-    "${apt[@]}" install -y --no-install-recommends "$@" >&2
+    "${apt[@]}" update >/dev/null
+    "${apt[@]}" install -y --no-install-recommends "$@" >/dev/null
 }
 
 build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp)

@@ -1,0 +1,157 @@
+// Arguments of any length and null ones, and memory that runs out.
+
+#include "support/failing_malloc.h"
+#include "support/scratch.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+class Robustness : public Scratch {};
+
+template <typename Result> static void check(Result result, const char *text)
+{
+    if constexpr (std::is_pointer_v<Result>) {
+        ASSERT_NE(result, nullptr);
+        EXPECT_TRUE(result == text || strlen(result) < VEK_TBL_PATH_SIZE);
+    }
+}
+
+// Calls each operation with a null text and with long and odd ones.
+template <typename Result, typename Argument>
+static void call(std::initializer_list<Result (*)(Argument)> operations)
+{
+    std::vector<Lines> texts = rows(
+        R"(= %s%n%s [266] [267] [268] [5000] $[5000] [266]$HOME/[300] <shared>/[259] <shared[5000]
+        klvds://shared/[253] klvds://[5000] file://[5000] <private>/dampers.tbl/[245] x;;[5000])");
+    for (const std::string &text : Lines{std::string(5000, '/'), std::string(5000, '\\'),
+                                         "DATABASE d " + xs(5000), "TABLE " + xs(5000) + " d e"})
+        texts.push_back({text});
+    for (Result (*operation)(Argument) : operations) {
+        check(operation(nullptr), nullptr);
+        for (const Lines &row : texts) {
+            Text text(row[0]);
+            check(operation(text), text);
+        }
+    }
+}
+
+static void call_all()
+{
+    call({vek_product_name_is, vek_file_exists, vorn_vek_init, vorn_vek_db_exists,
+          vorn_vek_db_iswritable, vorn_vek_set_write_default, vek_set_write_db, vorn_vek_db2level,
+          vorn_cre_dat, vorn_vek_tbl_info});
+    call({vek_eval_str, vek_rm_extra_separators, vorn_vek_nt2unix_path, vorn_vek_unix2nt_path});
+    call({vorn_vek_class2ext, vorn_vek_class2tbl, vorn_vek_ext2class, vorn_vek_ext2tbl,
+          vorn_vek_get_def_wri_tbl, vorn_vek_input2ext, vorn_vek_standardize_alias,
+          _vek_getlongpath});
+    call({vorn_vek_input2path, vorn_vek_input2file, vorn_vek_input2base, vek_input2tbl_and_file,
+          vorn_vek_alias2path, vorn_vek_input2tblpth, vorn_vek_input2full, vorn_vek_expand2full});
+    call<const char *, char *>({[](char *text) { return vek_ext2alias(text, 1); },
+                                [](char *text) { return vorn_vek_ext2path(text, 1); },
+                                [](char *text) { return vorn_vek_get_tbl_path(text, 1); },
+                                [](char *text) { return vorn_vek_add_extension(text, text); }});
+    call<int, char *>(
+        {vek_env_read, [](char *text) { return vek_err(text, text); },
+         [](char *text) { return vek_cfg_read(text, 0); },
+         [](char *text) { return vek_db_read(text, 0); },
+         [](char *text) { return vek_tbl_read(text, 0); },
+         [](char *text) { return vek_tbl_add(0, text, text, text, 0), 0; },
+         [](char *text) { return vek_strcasecmp(text, text) + vek_strncasecmp(text, text, 9); },
+         [](char *text) -> int { return *vek_strrstr(text, text); },
+         [](char *text) {
+             Text shared(""), site(""), mine("");
+             return vek_chk_cfg_files(text, shared, site, mine);
+         },
+         [](char *text) {
+             char *block = vorn_vek_search_file(text, text, 1);
+             return *block == '\0' ? 0 : (free(block), 1);
+         },
+         [](char *text) {
+             Text result("");
+             int length = 0, found = 0;
+             F2C_DB_SEARCH(result, 0, &length, &found, text, 0, text);
+             return found;
+         }});
+}
+
+TEST_F(Robustness, NoTextBreaksAnOperation)
+{
+    call_all();
+    start_session();
+    vek_set_interface_mode();
+    set("KLV_VEK_SEARCH", "yes");
+    set("KLV_VEK_EXPAND_PATH", "yes");
+    call_all();
+    vek_set_number_of_veks(1000000);
+    call_all();
+}
+
+// Fails each allocation of an operation in turn, alone and with all behind it,
+// until the operation has its way.
+static void expect_undone(const std::function<bool()> &succeeds,
+                          const std::string &report = "ABORT: malloc_failure")
+{
+    for (int nth = 1;; ++nth)
+        for (bool for_good : {true, false}) {
+            const Lines before = databases();
+            host::printed();
+            fail_allocation(nth, for_good);
+            bool success = succeeds();
+            bool failed = stop_failing();
+            EXPECT_NE(success, failed) << nth;
+            if (!failed) {
+                EXPECT_GT(nth, 1) << databases().size();
+                return;
+            }
+            EXPECT_EQ(databases(), before) << nth;
+            EXPECT_EQ(host::printed(), for_good ? Lines{} : Lines{report}) << nth;
+        }
+}
+
+TEST_F(Robustness, AFailedAllocationLeavesEverythingAsItWas)
+{
+    expect_undone([] { return add_database("d1 d1") == 0; });
+    expect_undone([] { return add_table("t1 t1 t1") == 0; });
+    expect_undone([] { return add_database("d2 d2") == 0; });
+    expect_undone([] { return add_table("t2 t2 t2") == 0; });
+    for (int i = 3; i <= 25; ++i)
+        add_table("y" + std::to_string(i) + " y z" + std::to_string(i));
+    expect_undone([] { return add_table("t26 t26 t26") == 0; });
+    for (const char *operands : {"d3 d", "d4 d", "d5 d"})
+        add_database(operands);
+    expect_undone([] { return add_database("d6 d6") == 0; });
+    EXPECT_EQ(vek_list[5]->tbl_count, 26);
+    expect_undone([] { return vorn_vek_set_write_default_no_cfg_update("d1") == 0; });
+    write_file("file");
+    expect_undone(
+        [] {
+            char *block = vorn_vek_search_file("", Text("file"), 1);
+            return *block != '\0' && (free(block), true);
+        },
+        "ERROR: Malloc failed. Unable to continue search.");
+    // A long report without memory goes out cut to the shared buffer's size.
+    fail_allocation(1, false);
+    add_table(xs(400) + " t e");
+    EXPECT_TRUE(stop_failing());
+    EXPECT_EQ(host::printed()[0], "ERROR: " + ("The table class name '" + xs(400)).substr(0, 267));
+}
+
+TEST_F(Robustness, AStartWithoutMemoryKeepsTheListsWhole)
+{
+    for (int nth = 1; nth <= 40; ++nth)
+        for (bool for_good : {true, false})
+            EXPECT_EXIT(
+                {
+                    fail_allocation(nth, for_good);
+                    start_session();
+                    stop_failing();
+                    vorn_vek_init("vorn");
+                    for (int i = 0; i < number_of_veks; ++i)
+                        if (vek_list[i]->tbl_count != vek_list[0]->tbl_count)
+                            _exit(1);
+                    _exit(0);
+                },
+                testing::ExitedWithCode(0), "")
+                << nth;
+}

@@ -1,0 +1,140 @@
+#include "scratch.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+Scratch::Scratch()
+{
+    Lines ours = {"topdir"};
+    for (char **entry = environ; *entry != nullptr; ++entry)
+        if (std::string text = *entry; text.starts_with("KLV_") || text.starts_with("QNS_"))
+            ours.push_back(text.substr(0, text.find('=')));
+    for (const std::string &name : ours)
+        unsetenv(name.c_str());
+    home = fs::canonical(fs::temp_directory_path()) / "vek-test-XXXXXX";
+    if (mkdtemp(home.data()) == nullptr || chdir(home.c_str()) != 0)
+        abort();
+    set("HOME", home);
+}
+
+Scratch::~Scratch()
+{
+    fs::current_path("/");
+    fs::remove_all(home);
+}
+
+void set(const std::string &name, const std::string &value)
+{
+    setenv(name.c_str(), value.c_str(), 1);
+}
+
+void make_dir(const std::string &path)
+{
+    fs::create_directories(path);
+}
+
+void write_file(const std::string &path, const std::string &text)
+{
+    if (fs::path parent = fs::path(path).parent_path(); !parent.empty())
+        fs::create_directories(parent);
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string read_file(const std::string &path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+Lines listing(const std::string &dir)
+{
+    Lines names;
+    for (const fs::directory_entry &entry : fs::directory_iterator(dir))
+        names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+Text::Text(const std::string &text)
+    : bytes(new char[std::max<size_t>(text.size() + 1, VEK_PATH_SIZE)])
+{
+    strcpy(bytes.get(), text.c_str());
+}
+
+std::string xs(size_t count)
+{
+    return std::string(count, 'x');
+}
+
+std::vector<Lines> rows(const std::string &table)
+{
+    std::vector<Lines> all;
+    std::istringstream words(table);
+    for (std::string word; words >> word;) {
+        for (size_t at; (at = word.find('[')) != word.npos;)
+            word.replace(at, word.find(']') + 1 - at, xs(std::stoul(word.substr(at + 1))));
+        std::istringstream cells(word + "=");
+        all.emplace_back();
+        for (std::string cell; std::getline(cells, cell, '=');)
+            all.back().push_back(cell);
+    }
+    return all;
+}
+
+int add_database(const std::string &operands, int cfg_index)
+{
+    return vek_db_read(("DATABASE " + operands).c_str(), cfg_index);
+}
+
+int add_table(const std::string &operands, int cfg_index)
+{
+    return vek_tbl_read(("TABLE " + operands).c_str(), cfg_index);
+}
+
+Lines databases()
+{
+    Lines rows;
+    for (int level = 0; level < number_of_veks; ++level) {
+        const vek_db_rec &db = *vek_list[level];
+        std::string row = std::string(db.name) + " " + db.path + " " + std::to_string(db.cfg_index);
+        for (int i = 0; i < db.tbl_count; ++i)
+            row += std::string(i == 0 ? ": " : ", ") + db.tbls[i]->class_ + " " +
+                   std::to_string(db.tbls[i]->cfg_index);
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+std::string reading(const std::string &path)
+{
+    return "Reading configuration file '" + path + "'";
+}
+
+void set_product(const std::string &name)
+{
+    set("KLV_PRODUCT_NAME", name);
+    vek_set_product_name();
+}
+
+const std::string shared_cfg = "DATABASE vorn_shared shared.vek\n"
+                               "TABLE damper dampers.tbl dpr\n"
+                               "TABLE spring springs.tbl spr\n";
+const std::string private_cfg = "DATABASE private $HOME/private.vek\n"
+                                "DEFAULT_WRITE_DB private\n";
+
+int start_session(const std::string &shared, const std::string &private_file)
+{
+    set_product("vorn");
+    set("KLV_VORN", "inst");
+    write_file("inst/vorn.cfg", shared);
+    write_file(".vorn.cfg", private_file);
+    return vorn_vek_init("vorn");
+}

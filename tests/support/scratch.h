@@ -1,0 +1,77 @@
+// A directory of its own for each test, which is the current directory and
+// HOME, an environment without the library's variables, and what tests do there.
+
+#pragma once
+
+#include "config/config.h"
+#include "host/message.h"
+#include "names/names.h"
+#include "registry/registry.h"
+
+#include "recording_host.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class Scratch : public testing::Test {
+  protected:
+    Scratch();
+    ~Scratch() override;
+    std::string home; // the directory
+};
+
+void set(const std::string &name, const std::string &value); // in the environment
+void make_dir(const std::string &path);                      // with its parents
+void write_file(const std::string &path, const std::string &text = "");
+std::string read_file(const std::string &path);
+Lines listing(const std::string &dir); // its entries, sorted
+// A database in which nobody can make the probe file, root included, has it as a
+// directory.
+constexpr char probe_file[] = "/tmp_bedwvorn.txt";
+
+// A text that the library may write to, in the bytes that it may count on.
+class Text {
+  public:
+    explicit Text(const std::string &text);
+    operator char *() const
+    {
+        return bytes.get();
+    }
+
+  private:
+    std::unique_ptr<char[]> bytes;
+};
+
+std::string xs(size_t count); // that many "x"
+
+// A table: rows with white space between them, each "cell=cell=...", in which
+// [n] stands for n times "x".
+std::vector<Lines> rows(const std::string &table);
+// Expects an operation to give each row's second cell for the first.
+template <typename Operation, typename... More>
+void check(Operation operation, const std::string &table, More... more)
+{
+    for (const Lines &row : rows(table))
+        EXPECT_EQ(operation(Text(row[0]), more...), row[1]) << row[0];
+}
+
+// The result of a DATABASE or TABLE statement with these operands.
+int add_database(const std::string &operands, int cfg_index = 0);
+int add_table(const std::string &operands, int cfg_index = 0);
+
+// Databases as "name path index: class index, ...".
+Lines databases();
+
+std::string reading(const std::string &path); // the line that says that a file is read
+
+// KLV_PRODUCT_NAME and vek_set_product_name.
+void set_product(const std::string &name);
+
+// A first start of the product vorn from inst/vorn.cfg and HOME/.vorn.cfg.
+extern const std::string shared_cfg;  // database vorn_shared, tables for damper and spring
+extern const std::string private_cfg; // database private, which is the default for writing
+int start_session(const std::string &shared = shared_cfg,
+                  const std::string &private_file = private_cfg);
