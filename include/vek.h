@@ -19,8 +19,8 @@
             (and of db_search, which hands it on) belongs to the caller.
             Records live as long as the process.  A static result lives until
             a call that its entry names.  "Nothing" is the empty text, never
-            a null pointer; vorn_vek_get_write_default and vek_strrstr are
-            the two exceptions.  Test the content of a result, not its
+            a null pointer, but for vorn_vek_get_write_default, vek_strrstr
+            and vorn_vek_tmp_file_path.  Test the content of a result, not its
             address, and do not write to it.
    Limits   A path or name that does not fit its result gives the empty text,
             never a cut one, because a cut path can name another file.  (What
@@ -75,6 +75,26 @@ VEK_API int vek_warn(const char *caller, const char *text);
 VEK_API void vek_abort(const char *caller, const char *text);
 
 /* ---- Session ---------------------------------------------------------- */
+
+/* The host's entry to a session.  `name` is the empty text or the product's
+   name for a product session, the name of a plug-in to add to it, or the word
+   "f2c_vorn_vek_cfg_env_read" for a solver run.  The first call fixes the
+   product's name and solver mode.  For the product, the ENVIRONMENT statements
+   of its shared, site and private file are taken into the process environment
+   by vek_env_read.  Then a session is started with vorn_vek_init; a solver
+   run instead takes the ENVIRONMENT statements of the plug-ins that the model
+   names, and db_search starts it later.
+   Result: that of vorn_vek_init; in a solver run 1 if a file or a setting
+   failed, else 0; -1 if the name has VEK_START_NAME_SIZE or more characters or
+   vek_chk_cfg_files does not give 0, with an abort line.
+   Prints a blank line at the first call of a solver run, two reports when the
+   product's statements failed, a warning for a list of plug-ins that is too
+   long, and at the end of the first call of a solver run what printenvars
+   prints.  */
+VEK_API int vorn_vek_cfg_env_read(const char *name);
+
+/* The same for a solver run.  */
+VEK_API int F2C_VORN_VEK_CFG_ENV_READ(void);
 
 /* Start the session (first call) or add a plug-in's files to it (later
    calls).  `name` is the short name of the product or plug-in, shorter than
@@ -144,9 +164,9 @@ VEK_API const char *vorn_vek_get_os(void);
    A statement has at most 266 characters, its comment not counted.
    Prints "Reading configuration file '<path>'", or a report that it does not
    open; one or two reports for each refused statement, with line number and
-   path, behind those of vek_db_read, vek_set_write_db and vek_tbl_read; plain
-   lines of advice for discontinued statements; a closing report if there was
-   a fault.  */
+   path, behind those of vek_db_read, vek_set_write_db, vek_tbl_read,
+   vek_propfile_read and vek_testrig_read; plain lines of advice for
+   discontinued statements; a closing report if there was a fault.  */
 VEK_API int vek_cfg_read(const char *path, int cfg_index);
 
 /* Take the ENVIRONMENT statements of one configuration file into the process
@@ -320,6 +340,35 @@ VEK_API int vorn_cre_dat(const char *path);
    Result: 0 written, or the path is empty; 1 it does not open (reported).  */
 VEK_API int vorn_vek_tbl_info(const char *path);
 
+/* ---- Defaults of a class ----------------------------------------------
+
+   Here classes compare exactly, letter case included.  A class of more than 30
+   or a value of more than 267 characters is refused.  */
+
+/* Take a PROPFILE statement, "PROPFILE <class> <path>": the path, in any form
+   of name, is expanded by vek_eval_str and must lead to a file; a name in the
+   database "shared" may also lead to the product's own shared database.
+   Result: 0 taken; 1 words missing or too long, or no memory; 2 there is no
+   such file.  */
+VEK_API int vek_propfile_read(const char *statement, int cfg_index);
+
+/* Take a TESTRIG statement, "TESTRIG <class> <name>"; the name is kept as it
+   is written.  Result: 0 taken; 1 words missing or too long, or no memory.  */
+VEK_API int vek_testrig_read(const char *statement, int cfg_index);
+
+/* Set the default of a class for this session.  `file` is a name in any form
+   and is expanded in place, "\" turned.
+   Result: 1 set; 0 not, because there is no such file (silently), because a
+   text is too long, or for want of memory.  */
+VEK_API int vorn_vek_set_def_propfile(const char *file_class, char *file);
+VEK_API int vorn_vek_set_def_testrig(const char *file_class, const char *name);
+
+/* The default of a class, or the empty text: for a property file the result of
+   vorn_vek_path2alias, until its next call; for a test rig a text in a record,
+   which the next setting for the class overwrites.  */
+VEK_API const char *vorn_vek_get_def_propfile(const char *file_class);
+VEK_API const char *vorn_vek_get_def_testrig(const char *file_class);
+
 /* ---- Path text --------------------------------------------------------
 
    These look at the text only.  Each result is a static buffer of the
@@ -333,15 +382,17 @@ VEK_API int vorn_vek_tbl_info(const char *path);
 VEK_API const char *vorn_vek_input2path(char *text);
 
 /* What follows the last "/", or all.  Turns "\" in `text`.
-   until: vorn_vek_add_extension and those of vorn_vek_input2path.  */
+   until: vorn_vek_add_extension, vorn_vek_path2alias, the file operations
+   below and those of vorn_vek_input2path.  */
 VEK_API const char *vorn_vek_input2file(char *text);
 
 /* The file name without its last "." and what follows.  Turns "\" in `text`.
-   until: vorn_vek_search_file and db_search, when they walk the levels.  */
+   until: vorn_vek_copy_file2db, and vorn_vek_search_file and db_search when
+   they walk the levels.  */
 VEK_API const char *vorn_vek_input2base(char *text);
 
 /* What follows the last "." of the whole text, directories included.
-   until: vorn_vek_add_extension.  */
+   until: vorn_vek_add_extension, vorn_vek_copy_file2db.  */
 VEK_API const char *vorn_vek_input2ext(const char *text);
 
 /* The last two components.  Turns "\" in `text`.  until: itself only.  */
@@ -385,6 +436,14 @@ VEK_API const char *vorn_vek_input2full(char *text);
    itself, untouched.  */
 VEK_API const char *vorn_vek_expand2full(char *text);
 
+/* The way back: the name of a real path, "klvds://database/directory/file" or
+   "klvds://database/file".  A path deeper inside a table's directory stays a
+   path, and one that no database holds becomes a file URL; an alias stays as
+   it is.  Always a static buffer, until the next call of it,
+   of vorn_vek_get_def_propfile or of a file operation.  A URL that does not
+   fit leaves the path.  Turns "\" in `text`.  */
+VEK_API const char *vorn_vek_path2alias(char *text);
+
 /* ---- File search ------------------------------------------------------ */
 
 /* Find the file of a name in any form.  It is there if it opens for reading.
@@ -396,6 +455,51 @@ VEK_API const char *vorn_vek_expand2full(char *text);
    path; the empty text, which is static and must not be released, if the file
    is not found.  Prints only "Malloc failed. Unable to continue search.".  */
 VEK_API char *vorn_vek_search_file(const char *file_class, char *name, int level);
+
+/* ---- File operations --------------------------------------------------
+
+   They take real paths, not aliases, and name files by alias in what they
+   print.  Result: 0 done, 1 failed.  A failure is reported with the system's
+   text unless an entry says otherwise.  "\" is turned in `char *` paths, at
+   the latest when they are named in a message.  The variants _silent print no
+   success lines.  */
+
+/* Copy a file; an existing target is emptied first.  Two paths that are equal
+   without regard to case, or that name one file, are refused.  That a write or
+   a read stops early is not noticed.  Prints two lines on success.  */
+VEK_API int vorn_vek_copy_file2file(char *source, char *target);
+VEK_API int vorn_vek_copy_file2file_silent(char *source, char *target);
+
+/* Copy a file into a database, into the table of its extension.  An extension
+   that no table has leads to the root directory.  */
+VEK_API int vorn_vek_copy_file2db(char *source, const char *database);
+
+/* Delete a file, never a directory.  Prints a line on success.  */
+VEK_API int vorn_vek_delete_file(char *path);
+VEK_API int vorn_vek_delete_file_silent(char *path);
+
+/* Rename a file; an existing target is left alone and refused.  Prints two
+   lines on success.  */
+VEK_API int vorn_vek_rename_file(char *old_path, char *new_path);
+
+/* Copy a file to its backup, whose name has "q" for the last character, over
+   an older backup.  A file that does not open fails in silence.  */
+VEK_API int vek_backup_file(char *path);
+VEK_API int vek_backup_file_silent(char *path);
+
+/* Append a file to another, which is created if need be, also when the source
+   is missing.  A file is not appended to itself.  Prints nothing.  */
+VEK_API int vorn_vek_append_file2file(const char *source, const char *target);
+
+/* The directory for temporary files, "/" at its end: static, the same at every
+   call.  Null if there is none.  */
+VEK_API const char *vorn_vek_tmp_file_path(void);
+
+/* "/".  Static.  */
+VEK_API const char *vorn_vek_get_file_separator(void);
+
+/* Does nothing.  Result: 0.  */
+VEK_API int vorn_vek_inherit_permissions(void);
 
 /* ---- Solver ----------------------------------------------------------- */
 
@@ -421,6 +525,11 @@ VEK_API char *db_search(char *name, const char *file_class, int *found);
    characters.  The sizes that a Fortran caller passes are not read.  */
 VEK_API void F2C_DB_SEARCH(char *result, int result_size, int *length, int *found, const char *name,
                            int name_size, const char *file_class);
+
+/* Tell the user which variables of the suite's catalogue are set in the
+   process, with their values and what they do.  Prints nothing when none is
+   set.  */
+VEK_API void printenvars(void);
 
 #ifdef __cplusplus
 }

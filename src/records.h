@@ -27,6 +27,23 @@ struct vek_db_rec {
     vek_tbl_rec **tbls; // null until the first table
 };
 
+// The default of one class.
+struct vek_dflt_rec {
+    char class_[VEK_CLASS_SIZE];
+    char value[VEK_PATH_SIZE];
+    int cfg_index; // of the file that last set it; the private file's for the host
+};
+
+struct vek_dflt_list {
+    int count;
+    int capacity;
+    vek_dflt_rec **entries; // null until the first entry
+};
+
+// registry/defaults.cpp.  Null until a default is first stored.
+extern vek_dflt_list *vek_propfile_defaults;
+extern vek_dflt_list *vek_testrig_defaults;
+
 // registry/databases.cpp.  Slot 0 is level 1.  A host can set number_of_veks
 // to anything, so code walks the list by db_count and db_at instead.
 extern vek_db_rec **vek_list;

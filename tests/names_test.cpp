@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 
 class Names : public Scratch {
   protected:
@@ -77,6 +78,7 @@ TEST_F(Names, DirectoryAliasesAreSplitAndResolved)
     }
     Text too_long(xs(268));
     EXPECT_EQ(vorn_vek_alias2path(too_long), +too_long);
+    check(vorn_vek_standardize_alias, "klvds://[260]= klvds://[268]= klvds://[257]=<[257]>");
 }
 
 TEST_F(Names, BecomeFullPathsAndBack)
@@ -126,7 +128,8 @@ TEST_F(Names, AreSearchedFor)
     add_database("vorn_shared_x i/x.vek");
     for (const Lines &row :
          rows("u/private.vek/dampers.tbl/a.dpr i/shared.vek/dampers.tbl/a.dpr "
-              "i/shared.vek/dampers.tbl/b.dpr i/x.vek/dampers.tbl/c.dpr here.dpr"))
+              "i/shared.vek/dampers.tbl/b.dpr i/x.vek/dampers.tbl/c.dpr here.dpr "
+              "u/private.vek/dampers.tbl/.dpr"))
         write_file(row[0]);
     check(search, R"(
         <private>/dampers.tbl/a.dpr=u/private.vek/dampers.tbl/a.dpr  here.dpr=here.dpr  a.dpr=
@@ -139,7 +142,7 @@ TEST_F(Names, AreSearchedFor)
     set("KLV_VEK_SEARCH", "yes");
     for (int level : {INT_MIN, 0, 1})
         check(search,
-              "<none>/x/a.old=u/private.vek/dampers.tbl/a.dpr none= [250]= "
+              "<none>/x/a.old=u/private.vek/dampers.tbl/a.dpr none= [250]= [5000]= = "
               "b=i/shared.vek/dampers.tbl/b.dpr",
               level, "Damper");
     check(search, "a.dpr=i/shared.vek/dampers.tbl/a.dpr c=i/x.vek/dampers.tbl/c.dpr", 2, "damper");
@@ -147,7 +150,13 @@ TEST_F(Names, AreSearchedFor)
     for (int level : {4, INT_MAX})
         check(search, "a.dpr= c.dpr= here.dpr=here.dpr", level, "damper");
     check(search, "a.dpr=", 1, "none");
+    EXPECT_STREQ(vek_search_levels("damper", Text("a.dpr"), INT_MAX), "");
     EXPECT_EQ(host::printed(), Lines{});
+    // Arguments in the library's own buffers.
+    const char *own = vorn_vek_input2path(Text("u/private.vek/dampers.tbl/a.dpr/x"));
+    EXPECT_STREQ(vorn_vek_input2tblpth(const_cast<char *>(own)), "<private>/dampers.tbl/a.dpr");
+    own = vorn_vek_input2full(Text("<none>/x/c.dpr"));
+    EXPECT_EQ(search(const_cast<char *>(own), 2), "i/x.vek/dampers.tbl/c.dpr");
 }
 
 TEST_F(Names, SharedHasTwoPlacesInOneProduct)
@@ -161,4 +170,70 @@ TEST_F(Names, SharedHasTwoPlacesInOneProduct)
         <shared>/dampers.tbl/b.dpr=i/second.vek/dampers.tbl/b.dpr  shared/dampers.tbl/b.dpr=
         klvds:\\shared\dampers.tbl\b.dpr=i/second.vek/dampers.tbl/b.dpr)",
           1, "damper");
+}
+
+TEST_F(Names, PathsTurnIntoAliases)
+{
+    define("vorn", "vorn_shared");
+    add_table("spring springs.tbl spr");
+    // The path and its alias; "." is the path.
+    for (const Lines &row : rows(R"(
+            u/private.vek/dampers.tbl/x.dpr=klvds://private/dampers.tbl/x.dpr
+            u\private.vek\dampers.tbl\x.dpr=klvds://private/dampers.tbl/x.dpr
+            U/PRIVATE.VEK/DAMPERS.TBL/X.DPR=klvds://private/dampers.tbl/X.DPR
+            i/shared.vek/springs.tbl/x.dpr=klvds://vorn_shared/springs.tbl/x.dpr
+            u/private.vek/dampers.tbl/sub/x.dpr=.  u/private.vek/dampers.tbl2/x.dpr=.
+            u/private.vek/dampers.tbl=klvds://private/dampers.tbl
+            u/private.vek/dampers.tbl/=klvds://private/dampers.tbl/
+            u/private.vek/dampers.tblz=klvds://private/dampers.tblz  u/private.vek/dampers.tblzz=.
+            u/private.vek/x.dpr=klvds://private/x.dpr  u/private.vek=klvds://private
+            u/private.vek/other/x.dpr=file://u/private.vek/other/x.dpr  x.dpr=file://x.dpr  =
+            /else/x.dpr=file:///else/x.dpr  <private>/dampers.tbl/x.dpr=.
+            klvds://private/dampers.tbl/x.dpr=.  klvds:other=.  file:///a/b=file://file:///a/b
+            u~1/x=file://u~1/x  [260]=file://[260]  [261]=.  [267]=.  [268]=)"))
+        EXPECT_EQ(vorn_vek_path2alias(Text(row[0])), row[1] == "." ? row[0] : row[1]) << row[0];
+    Text path("u\\private.vek\\x");
+    vorn_vek_path2alias(path);
+    EXPECT_STREQ(path, "u/private.vek/x");
+    EXPECT_EQ(vorn_vek_path2alias(nullptr), std::string());
+    EXPECT_EQ(host::calls, Lines{});
+}
+
+// The way back by the plain walk: every table of every database in order.
+static std::string plain_walk(const std::string &path)
+{
+    const auto begins = [&](const char *start) {
+        return vek_strncasecmp(path.c_str(), start, static_cast<int>(strlen(start))) == 0;
+    };
+    for (int level = 0; level < number_of_veks; ++level) {
+        const vek_db_rec &db = *vek_list[level];
+        for (int i = 0; i < db.tbl_count; ++i) {
+            if (!begins(db.tbls[i]->full_path))
+                continue;
+            std::string rest = path.substr(strlen(db.tbls[i]->full_path));
+            bool is_plain_name = rest[0] == '/' && rest.find('/', 1) == rest.npos;
+            if (rest.size() >= 2 && !is_plain_name)
+                return path;
+            return "klvds://" + std::string(db.name) + "/" + db.tbls[i]->dir + rest;
+        }
+        if (begins(db.path) && path.find('/', strlen(db.path) + 1) == path.npos)
+            return "klvds://" + std::string(db.name) + path.substr(strlen(db.path));
+    }
+    return path.empty() ? "" : "file://" + path;
+}
+
+TEST_F(Names, TheWayBackSkipsNoTableThatMatters)
+{
+    const Lines parts = {"", "a", "aa", "A", "b", "/", "/", "/a", "/b"};
+    for (const char *operands : {"one a", "two a/b", "three aa", "four b", "five a/b/a"})
+        add_database(operands);
+    for (const char *operands : {"c1 a e1", "c2 b e2", "c3 b/a e3", "c4 aa e4"})
+        add_table(operands);
+    unsigned random = 1;
+    for (int i = 0; i < 20000; ++i) {
+        std::string path;
+        for (int part = 0; part < 6; ++part)
+            path += parts[(random = random * 1664525 + 1013904223) >> 16 & 7];
+        ASSERT_EQ(vorn_vek_path2alias(Text(path)), plain_walk(path)) << path;
+    }
 }

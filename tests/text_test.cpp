@@ -62,6 +62,9 @@ TEST_F(TextOperation, ExpandsVariables)
     check(vek_eval_str, "a//b/=a//b/ $HOME/x=/u/x $HOME/=/u x//$A//y/=x/q/y p$B/$A=pq/z/q $N0=end "
                         "$X266=[266] p$X265=p[265] $X264/y=[264]/y $X265/=[265]");
     EXPECT_EQ(host::printed(), Lines{});
+    set("Q", "A=b"); // the environment holds "Q=A=b", which is no variable Q=A
+    EXPECT_STREQ(vek_eval_str(Text("$Q=A")), "");
+    EXPECT_EQ(host::printed()[1], "WARNING:   $Q=A");
     for (const Lines &row :
          rows("$X267=X267 p$X266=X266 $X265/y=X265 $X266/=X266 $N64=N63 $SELF=SELF "
               "a/$NONE/b=NONE ${A}={A} $A$A=A$A a$=")) {

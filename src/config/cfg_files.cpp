@@ -1,6 +1,7 @@
 // Finding the configuration files that belong to a name.
 
 #include "config/config.h"
+#include "host/hsk.h"
 #include "host/message.h"
 #include "text/text.h"
 
@@ -35,7 +36,6 @@ static bool find_below(char *path, const char *dir, const char *name)
 
 static bool find_below_any(char *path, const char *dirs, const char *name)
 {
-    dirs = text_or_empty(dirs);
     for (;;) {
         char dir[VEK_PATH_SIZE];
         text_span element = text_take_between(&dirs, ';');
@@ -46,12 +46,29 @@ static bool find_below_any(char *path, const char *dirs, const char *name)
     }
 }
 
-static bool find_plugin_file(char *path, const char *name)
+static bool find_in_plugin_dirs(char *path, const char *name, bool registers)
+{
+    constexpr const char *variable = "KLV_USER_PLUGIN_DIR";
+    if (getenv(variable) == nullptr)
+        return false;
+    if (registers)
+        register_new_plugin_paths(name); // which may change the variable
+    return find_below_any(path, text_or_empty(getenv(variable)), name);
+}
+
+static bool find_in_installation(char *path, const char *name)
+{
+    const char *top = getenv("topdir"); // ends in a separator
+    return top != nullptr && try_candidate(path, {top, name, "/", name, ".cfg"});
+}
+
+bool find_plugin_file(char *path, const char *name, bool registers)
 {
     return try_candidate(path, {"./", name, ".cfg"}) ||
            find_below(path, private_dir_value(), name) ||
-           find_below_any(path, getenv("KLV_USER_PLUGIN_DIR"), name) ||
-           find_below(path, name_variable_value(vek_product_name(), "_SITE"), name);
+           find_in_plugin_dirs(path, name, registers) ||
+           find_below(path, name_variable_value(vek_product_name(), "_SITE"), name) ||
+           find_in_installation(path, name);
 }
 
 static bool find_shared_file(char *path, const char *name)
@@ -59,10 +76,8 @@ static bool find_shared_file(char *path, const char *name)
     const char *own_dir = name_variable_value(name, "");
     if (own_dir != nullptr && try_candidate(path, {own_dir, "/", name, ".cfg"}))
         return true;
-    if (!is_product(name) && find_plugin_file(path, name))
-        return true;
-    const char *top = getenv("topdir"); // ends in a separator
-    return top != nullptr && try_candidate(path, {top, name, "/", name, ".cfg"});
+    return is_product(name) ? find_in_installation(path, name)
+                            : find_plugin_file(path, name, false);
 }
 
 static int refuse_without_shared_file(const char *name)

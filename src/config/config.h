@@ -35,6 +35,11 @@ const char *private_dir_value();
 // not set.
 const char *name_variable_value(const char *name, const char *suffix);
 
+// config/cfg_files.cpp.  Find the file of a name that is not the product's, but
+// for the place that its own variable names.  `registers` has the host told of
+// the plug-in before the user's plug-in directories are searched.
+bool find_plugin_file(char *path, const char *name, bool registers);
+
 // config/cfg_index.cpp.  The index that the next file read will get, over all
 // starts.
 extern int vek_next_cfg_index;

@@ -86,7 +86,7 @@ static int set_variable(const env_statement &statement)
 int _cfg_read_file_env(char *path)
 {
     path = vek_eval_str(path);
-    FILE *file = platform_open_to_read(path);
+    FILE *file = platform_open_to_read(path, "r");
     if (file == nullptr) {
         report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,
                strerror(errno));

@@ -120,6 +120,22 @@ static void take_table(cfg_reading *reading)
         report_fault(reading, code, "class or extension already defined.");
 }
 
+static void take_propfile(cfg_reading *reading)
+{
+    int code = vek_propfile_read(vek_message_buf, reading->cfg_index);
+    if (code == 1)
+        report_plain(reading, code);
+    else if (code == 2)
+        report_fault(reading, code, "property file path does not exist.");
+}
+
+// A bad line is told of but does not count.
+static void take_testrig(cfg_reading *reading)
+{
+    if (vek_testrig_read(vek_message_buf, reading->cfg_index) != 0)
+        report_fault(reading, reading->error, "wrong number of arguments for TESTRIG entry");
+}
+
 // A word that is no keyword of this reader is passed over, and so is
 // ENVIRONMENT, which has a reader of its own.
 static void take_statement(cfg_reading *reading, const char *keyword)
@@ -133,6 +149,10 @@ static void take_statement(cfg_reading *reading, const char *keyword)
         take_write_default(reading);
     else if (vek_strcasecmp(keyword, "TABLE") == 0)
         take_table(reading);
+    else if (vek_strcasecmp(keyword, "PROPFILE") == 0)
+        take_propfile(reading);
+    else if (vek_strcasecmp(keyword, "TESTRIG") == 0)
+        take_testrig(reading);
 }
 
 // The line is in the shared message buffer, which every report overwrites.
@@ -154,7 +174,7 @@ static void take_line(cfg_reading *reading, FILE *file)
 int vek_cfg_read(const char *path, int cfg_index)
 {
     path = text_or_empty(path);
-    FILE *file = platform_open_to_read(path);
+    FILE *file = platform_open_to_read(path, "r");
     if (file == nullptr) {
         report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,
                strerror(errno));

@@ -10,12 +10,13 @@ constexpr int ao_model = 4;
 constexpr int ao_string = 66;
 constexpr int aa_string_string = 518;
 
-// Without a model the list is looked up under handle 0, where there is none.
-int plugin_list_find()
+int plugin_list_find(bool needs_model)
 {
     ac_lookup_begin(ac_tavik_root(), ao_model);
     int model = ac_lookup_object(0);
     ac_lookup_done();
+    if (model == 0 && needs_model)
+        return 0;
     return ac_lookup_by_name(model, ao_string, "plugin_list");
 }
 

@@ -30,9 +30,7 @@ const char *vek_search_levels(const char *file_class, char *name, int skipped)
     return vek_empty_text;
 }
 
-// The second place of a name in the database "shared": the product's own
-// shared database.  False for any other name.
-static bool second_name(char (&second)[VEK_PATH_SIZE], const char *name)
+bool name_in_product_database(char (&second)[VEK_PATH_SIZE], const char *name)
 {
     for (const char *start : {"klvds://", "<"}) {
         const char *end = *start == '<' ? ">" : "";
@@ -63,7 +61,7 @@ static const char *search(const char *class_given, char *name_given, int level)
     if (name[0] == '\0')
         return vek_empty_text;
     const char *path = vek_existing_or_empty(vorn_vek_input2full(name));
-    if (*path == '\0' && second_name(second, name))
+    if (*path == '\0' && name_in_product_database(second, name))
         path = vek_existing_or_empty(vorn_vek_input2full(second));
     if (*path == '\0' && walk_is_on())
         path = vek_search_levels(file_class, name, level > 0 ? level - 1 : 0);

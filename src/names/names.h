@@ -21,3 +21,7 @@ const char *vek_existing_or_empty(const char *path);
 // the skipped ones.  A static buffer of its own, or the empty text.
 const char *vek_search_levels(const char *file_class, char *name, int skipped);
 }
+
+// names/file_search.cpp.  The second place of a name in the database "shared":
+// the product's own shared database.  False for any other name.
+bool name_in_product_database(char (&second)[VEK_PATH_SIZE], const char *name);

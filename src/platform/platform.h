@@ -11,9 +11,9 @@ bool platform_current_dir(char *to, size_t width);
 bool platform_change_dir(const char *path);
 bool platform_make_dir(const char *path); // one level
 
-// Open for reading.  A directory does not open (EISDIR), and a pipe that
-// nobody writes to does not keep the caller waiting.
-FILE *platform_open_to_read(const char *path);
+// Open for reading, with fopen's mode "r" or "rb".  A directory does not open
+// (EISDIR), and a pipe that nobody writes to does not keep the caller waiting.
+FILE *platform_open_to_read(const char *path, const char *mode);
 // Whether it would: one open, one look at what was opened.
 bool platform_opens_for_reading(const char *path);
 // Create or empty a file and close it again, without waiting for anybody.
@@ -36,3 +36,7 @@ bool platform_temporary_dir(char *to, size_t width);
 
 // Whether two texts name one file on disk.
 bool platform_same_file(const char *first, const char *second);
+
+bool platform_remove_file(const char *path); // never a directory
+// Rename; an existing target is left alone (EEXIST).
+bool platform_rename(const char *old_path, const char *new_path);

@@ -40,7 +40,7 @@ static int open_file(const char *path, bool *is_plain)
     return -1;
 }
 
-FILE *platform_open_to_read(const char *path)
+FILE *platform_open_to_read(const char *path, const char *mode)
 {
     bool is_plain = false;
     int file = open_file(path, &is_plain);
@@ -48,7 +48,7 @@ FILE *platform_open_to_read(const char *path)
         return nullptr;
     if (!is_plain)
         fcntl(file, F_SETFL, 0); // a pipe that has a writer is waited for
-    FILE *stream = fdopen(file, "r");
+    FILE *stream = fdopen(file, mode);
     if (stream == nullptr)
         close(file);
     return stream;
@@ -107,4 +107,25 @@ bool platform_same_file(const char *first, const char *second)
     struct stat one, other;
     return stat(first, &one) == 0 && stat(second, &other) == 0 && one.st_dev == other.st_dev &&
            one.st_ino == other.st_ino;
+}
+
+bool platform_remove_file(const char *path)
+{
+    return unlink(path) == 0;
+}
+
+bool platform_rename(const char *old_path, const char *new_path)
+{
+#ifdef RENAME_NOREPLACE
+    if (renameat2(AT_FDCWD, old_path, AT_FDCWD, new_path, RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false; // else this file system does not know how
+#endif
+    struct stat status;
+    if (lstat(new_path, &status) == 0) {
+        errno = EEXIST;
+        return false;
+    }
+    return rename(old_path, new_path) == 0;
 }

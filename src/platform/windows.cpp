@@ -26,9 +26,9 @@ bool platform_make_dir(const char *path)
 }
 
 // The C runtime does not open directories for reading.
-FILE *platform_open_to_read(const char *path)
+FILE *platform_open_to_read(const char *path, const char *mode)
 {
-    return fopen(path, "r");
+    return fopen(path, mode);
 }
 
 bool platform_opens_for_reading(const char *path)
@@ -59,7 +59,7 @@ bool platform_temporary_dir(char *to, size_t width)
 {
     static char directory[MAX_PATH];
     if (directory[0] == '\0') {
-        char *name = _tempnam(nullptr, "vek");
+        char *name = _tempnam("c:/temp", "");
         if (name == nullptr)
             return false;
         const char *last = strrchr(name, '\\');
@@ -89,4 +89,15 @@ bool platform_same_file(const char *first, const char *second)
     return file_identity(first, &one) && file_identity(second, &other) &&
            one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
            one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
+}
+
+// The C runtime's own operations leave directories and existing targets alone.
+bool platform_remove_file(const char *path)
+{
+    return remove(path) == 0;
+}
+
+bool platform_rename(const char *old_path, const char *new_path)
+{
+    return rename(old_path, new_path) == 0;
 }

@@ -14,6 +14,10 @@ int vek_dir_is_writable(const char *path);
 // registry/table_directories.cpp.  The rows of the table report; `mode` is
 // "info" for people.
 void vek_tbl_list_print(FILE *stream, const char *mode);
+
+// registry/defaults.cpp.  Append an entry to a list that exists.
+void vek_propfile_add(const char *file_class, const char *value, int cfg_index);
+void vek_testrig_add(const char *file_class, const char *value, int cfg_index);
 }
 
 // registry/databases.cpp.  Whether there is a database at the level; reports a

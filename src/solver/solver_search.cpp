@@ -64,7 +64,7 @@ static void set_up()
 {
     vc_str_print("");
     vek_solver_setup_done = true;
-    int handle = plugin_list_find();
+    int handle = plugin_list_find(false);
     if (handle != 0)
         start_plugins(handle);
     else

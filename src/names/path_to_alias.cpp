@@ -1,0 +1,90 @@
+// The way back from a real path to a name.
+
+#include "records.h"
+#include "text/text.h"
+
+#include <cstring>
+
+static char vek_alias_buf[VEK_PATH_SIZE];
+
+// What follows `start` in the path, null if the path does not begin with it.
+// This does not ask whether a separator stands there.
+static const char *rest_behind(const char *path, const char *start)
+{
+    size_t length = strlen(start);
+    bool begins = vek_strncasecmp(path, start, static_cast<int>(length)) == 0;
+    return begins ? path + length : nullptr;
+}
+
+// The table whose directory begins the path.  A path with "~" in it is
+// compared, and from then on used, in its long form where the short one
+// differs; the long form is asked for again at each table, as it may be had
+// by then.
+static const vek_tbl_rec *find_table(const vek_db_rec *db, char (&path)[VEK_PATH_SIZE])
+{
+    bool is_short = strchr(path, '~') != nullptr;
+    if (!is_short && rest_behind(path, db->path) == nullptr)
+        return nullptr; // each table's directory begins with its database's
+    for (int i = 0; i < db->tbl_count; ++i) {
+        const char *directory = db->tbls[i]->full_path;
+        if (rest_behind(path, directory) != nullptr)
+            return db->tbls[i];
+        if (strchr(path, '~') == nullptr)
+            continue;
+        text_copy(path, _vek_getlongpath(path));
+        if (rest_behind(path, directory) != nullptr)
+            return db->tbls[i];
+    }
+    return nullptr;
+}
+
+static const char *plain(const char *path)
+{
+    text_copy(vek_alias_buf, path);
+    return vek_alias_buf;
+}
+
+// A URL that does not fit leaves the path as it is.
+static const char *url(const char *path, std::initializer_list<const char *> parts)
+{
+    return text_join(vek_alias_buf, parts) ? vek_alias_buf : plain(path);
+}
+
+// A path that goes deeper than the table's directory is given back plain.
+static const char *name_in_table(const vek_db_rec *db, const vek_tbl_rec *table, char *path)
+{
+    char *rest = path + strlen(table->full_path);
+    if (strlen(rest) >= 2 && strcmp(vorn_vek_input2file(rest), rest + 1) != 0)
+        return plain(path);
+    const char *directory = strchr(table->alias, '>') + 1;
+    return url(path, {"klvds://", db->name, directory, rest});
+}
+
+static bool lies_directly_in(const char *rest)
+{
+    return rest != nullptr && (*rest == '\0' || strchr(rest + 1, '/') == nullptr);
+}
+
+static const char *name_outside(const char *path)
+{
+    bool is_name_already = path[0] == '<' || text_begins(path, "klvds:");
+    if (is_name_already || path[0] == '\0')
+        return plain(path);
+    return url(path, {"file://", path});
+}
+
+const char *vorn_vek_path2alias(char *text)
+{
+    char path[VEK_PATH_SIZE];
+    text_copy(path, vorn_vek_nt2unix_path(text));
+    for (int level = 1; level <= db_count(); ++level) {
+        const vek_db_rec *db = db_at(level);
+        const vek_tbl_rec *table = find_table(db, path);
+        if (table != nullptr)
+            return name_in_table(db, table, path);
+        const char *rest = rest_behind(path, db->path);
+        if (lies_directly_in(rest))
+            return url(path, {"klvds://", db->name, rest});
+    }
+    return name_outside(path);
+}

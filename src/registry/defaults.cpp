@@ -1,0 +1,190 @@
+// The default property file and the default test rig of a class.
+
+#include "host/message.h"
+#include "names/names.h"
+#include "registry/registry.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cstring>
+
+vek_dflt_list *vek_propfile_defaults;
+vek_dflt_list *vek_testrig_defaults;
+
+// Where the two lists differ.
+struct dflt_kind {
+    vek_dflt_list **list;
+    int first_slots;
+    int more_slots;
+    const char *init_caller;
+    const char *add_caller;
+};
+
+static const dflt_kind propfiles = {&vek_propfile_defaults, 20, 5, "vek_propfile_init",
+                                    "vek_propfile_add"};
+static const dflt_kind testrigs = {&vek_testrig_defaults, 4, 2, "vek_testrig_init",
+                                   "vek_testrig_add"};
+
+static vek_dflt_rec *find(const dflt_kind &kind, const char *file_class)
+{
+    const vek_dflt_list *list = *kind.list;
+    file_class = text_or_empty(file_class);
+    for (int i = 0; list != nullptr && i < list->count; ++i)
+        if (strcmp(list->entries[i]->class_, file_class) == 0)
+            return list->entries[i];
+    return nullptr;
+}
+
+static bool make_list(const dflt_kind &kind)
+{
+    if (*kind.list != nullptr)
+        return true;
+    *kind.list = static_cast<vek_dflt_list *>(calloc(1, sizeof(vek_dflt_list)));
+    if (*kind.list == nullptr)
+        report_malloc_failure(kind.init_caller);
+    return *kind.list != nullptr;
+}
+
+static bool make_room(vek_dflt_list *list, const dflt_kind &kind)
+{
+    if (list->count < list->capacity)
+        return true;
+    int capacity = list->capacity == 0 ? kind.first_slots : list->capacity + kind.more_slots;
+    void *grown = realloc(list->entries, static_cast<size_t>(capacity) * sizeof *list->entries);
+    if (grown == nullptr)
+        return false;
+    list->entries = static_cast<vek_dflt_rec **>(grown);
+    list->capacity = capacity;
+    return true;
+}
+
+static bool fits(const char *file_class, const char *value)
+{
+    return strlen(file_class) < VEK_CLASS_SIZE && strlen(value) < VEK_PATH_SIZE;
+}
+
+// False if there is no memory, which is reported, or no room for the texts.
+static bool append(const dflt_kind &kind, const char *file_class, const char *value, int cfg_index)
+{
+    vek_dflt_list *list = *kind.list;
+    if (list == nullptr || !fits(file_class, value))
+        return false;
+    vek_dflt_rec *record = nullptr;
+    if (make_room(list, kind))
+        record = static_cast<vek_dflt_rec *>(malloc(sizeof *record));
+    if (record == nullptr) {
+        report_malloc_failure(kind.add_caller);
+        return false;
+    }
+    text_copy(record->class_, file_class);
+    text_copy(record->value, value);
+    record->cfg_index = cfg_index;
+    list->entries[list->count++] = record;
+    return true;
+}
+
+// The entry of a class keeps its place when it is set again.
+static bool set(const dflt_kind &kind, const char *file_class, const char *value, int cfg_index)
+{
+    if (!fits(file_class, value) || !make_list(kind))
+        return false;
+    vek_dflt_rec *record = find(kind, file_class);
+    if (record == nullptr)
+        return append(kind, file_class, value, cfg_index);
+    text_copy(record->value, value);
+    record->cfg_index = cfg_index;
+    return true;
+}
+
+void vek_propfile_add(const char *file_class, const char *value, int cfg_index)
+{
+    append(propfiles, text_or_empty(file_class), text_or_empty(value), cfg_index);
+}
+
+void vek_testrig_add(const char *file_class, const char *value, int cfg_index)
+{
+    append(testrigs, text_or_empty(file_class), text_or_empty(value), cfg_index);
+}
+
+// The fields of a statement, "<keyword> <class> <value>", as terminated texts.
+struct dflt_statement {
+    bool is_whole;
+    bool fits;
+    char file_class[VEK_CLASS_SIZE];
+    char value[VEK_PATH_SIZE];
+};
+
+static dflt_statement split(const char *text)
+{
+    dflt_statement statement;
+    text = text_or_empty(text);
+    text_take_word(&text);
+    text_span file_class = text_take_word(&text);
+    text_span value = text_take_word(&text);
+    statement.is_whole = value.length > 0;
+    bool class_fits = text_copy(statement.file_class, file_class);
+    statement.fits = text_copy(statement.value, value) && class_fits;
+    return statement;
+}
+
+// The path of the file, as written, in the product's shared database, or where
+// the path itself leads as a name; the empty text if it is nowhere.
+static const char *existing_file(char *name)
+{
+    char second[VEK_PATH_SIZE];
+    const char *path = vorn_vek_input2full(name);
+    if (vek_file_exists(path) != 0)
+        return path;
+    if (!name_in_product_database(second, name))
+        text_copy(second, path);
+    path = vorn_vek_input2full(second);
+    return vek_file_exists(path) != 0 ? path : vek_empty_text;
+}
+
+int vek_propfile_read(const char *text, int cfg_index)
+{
+    dflt_statement statement = split(text);
+    if (!statement.is_whole || !statement.fits)
+        return 1;
+    vorn_vek_nt2unix_path(statement.value);
+    vek_eval_str(statement.value);
+    vorn_vek_nt2unix_path(statement.value);
+    const char *path = existing_file(statement.value);
+    if (*path == '\0')
+        return 2;
+    return set(propfiles, statement.file_class, path, cfg_index) ? 0 : 1;
+}
+
+int vek_testrig_read(const char *text, int cfg_index)
+{
+    dflt_statement statement = split(text);
+    bool is_taken = statement.is_whole && statement.fits &&
+                    set(testrigs, statement.file_class, statement.value, cfg_index);
+    return is_taken ? 0 : 1;
+}
+
+int vorn_vek_set_def_propfile(const char *file_class, char *file)
+{
+    const char *path = vorn_vek_input2full(vek_eval_str(file));
+    bool is_set = vek_file_exists(path) != 0 &&
+                  set(propfiles, text_or_empty(file_class), path, vek_private_cfg_index);
+    return is_set ? 1 : 0;
+}
+
+int vorn_vek_set_def_testrig(const char *file_class, const char *name)
+{
+    return set(testrigs, text_or_empty(file_class), text_or_empty(name), vek_private_cfg_index) ? 1
+                                                                                                : 0;
+}
+
+const char *vorn_vek_get_def_propfile(const char *file_class)
+{
+    vek_dflt_rec *record = find(propfiles, file_class);
+    return record == nullptr ? vek_empty_text : vorn_vek_path2alias(record->value);
+}
+
+const char *vorn_vek_get_def_testrig(const char *file_class)
+{
+    const vek_dflt_rec *record = find(testrigs, file_class);
+    return record == nullptr ? vek_empty_text : record->value;
+}

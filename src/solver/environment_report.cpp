@@ -1,0 +1,33 @@
+// What the variables that are set in the process will do.
+
+#include "host/hsk.h"
+#include "host/message.h"
+#include "solver/environment_table.h"
+
+#include <cstdlib>
+#include <cstring>
+
+static void print_row(const vek_env_row &row, const char *value)
+{
+    static char text_buf[1024]; // the texts stay out of the shared message buffer
+    report(REPORT_PLAIN, "printenvars", "\n  OS-environment detected:  %s=%s", row.name, value);
+    if (strcmp(row.text, "NONE") != 0)
+        report_in(text_buf, sizeof text_buf, REPORT_PLAIN, "printenvars", "  %s", row.text);
+}
+
+void printenvars()
+{
+    short count = 0;
+    for (short i = 0; i < vek_env_count; ++i) {
+        const vek_env_row &row = vek_env_table[i];
+        if (strcmp(row.text, "SKIP") == 0)
+            continue;
+        const char *value = getenv(row.name);
+        if (value == nullptr)
+            continue;
+        ++count;
+        print_row(row, value);
+    }
+    if (count != 0)
+        vc_str_print("");
+}
