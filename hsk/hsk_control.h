@@ -19,9 +19,9 @@
 extern "C" {
 #endif
 
-/* Send the lines for the user, alerts included, to standard error from now
-   on.  Before this they go to standard output.  */
-HSK_API void hsk_output_to_error(void);
+/* Send the lines for the user, alerts included, to standard error from now on,
+   or with 0 to standard output, where they go at first.  */
+HSK_API void hsk_output_to_error(int to_error);
 
 /* Answer an alert to come with this button, 1 to 3.  Answers are used in the
    order in which they were queued; when none waits, the user is asked.

@@ -18,9 +18,9 @@ static FILE *output()
     return output_to_error ? stderr : stdout;
 }
 
-void hsk_output_to_error()
+void hsk_output_to_error(int to_error)
 {
-    output_to_error = true;
+    output_to_error = to_error != 0;
 }
 
 int hsk_queue_answer(int button)

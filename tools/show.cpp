@@ -1,5 +1,6 @@
 #include "show.h"
 
+#include "hsk_control.h"
 #include "vek.h"
 
 #include <algorithm>
@@ -41,6 +42,31 @@ int show_files(const std::vector<std::string> &names, const std::string &file_cl
     return missing;
 }
 
+int show_aliases(const std::vector<std::string> &paths)
+{
+    for (std::string path : paths)
+        puts(vorn_vek_path2alias(path.data()));
+    return 0;
+}
+
+int show_defaults(const std::vector<std::string> &classes)
+{
+    const char *format = "%-20s  %-44s  %s\n";
+    std::printf(format, "Class", "Property file", "Test rig");
+    for (const std::string &name : classes)
+        std::printf(format, name.c_str(), vorn_vek_get_def_propfile(name.c_str()),
+                    vorn_vek_get_def_testrig(name.c_str()));
+    return 0;
+}
+
+int show_environment()
+{
+    hsk_output_to_error(0);
+    printenvars();
+    hsk_output_to_error(1);
+    return 0;
+}
+
 struct database_row {
     std::string name;
     std::string marks;
@@ -71,7 +97,7 @@ static void print_row(const std::string &level, const database_row &row, int nam
                 row.marks.c_str(), row.path.c_str());
 }
 
-void show_databases()
+int show_databases()
 {
     std::vector<database_row> rows;
     size_t name_width = 4;
@@ -82,6 +108,7 @@ void show_databases()
     print_row("Level", {"Name", "For writing", "Path"}, (int)name_width);
     for (size_t i = 0; i < rows.size(); ++i)
         print_row(std::to_string(i + 1), rows[i], (int)name_width);
+    return 0;
 }
 
 static std::string make_scratch_file()

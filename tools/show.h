@@ -1,4 +1,4 @@
-// The answers of vekhost, on standard output.
+// The answers of vekhost, on standard output.  Results: 0 for well.
 
 #pragma once
 
@@ -8,7 +8,16 @@
 // One line for each name.  Result: how many of them were not found.
 int show_files(const std::vector<std::string> &names, const std::string &file_class, bool solver);
 
-void show_databases();
+// One line for each path.
+int show_aliases(const std::vector<std::string> &paths);
+
+int show_databases();
+
+// One line for each class.
+int show_defaults(const std::vector<std::string> &classes);
+
+// The library's own report, on standard output.
+int show_environment();
 
 // Result: 0 shown; 1 the report could not be made.
 int show_tables();

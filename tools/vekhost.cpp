@@ -1,6 +1,7 @@
 // vekhost: a small host that loads the library as the products and the solver
 // do, asks it one thing and prints the answer.
 
+#include "act.h"
 #include "hsk_control.h"
 #include "session.h"
 #include "show.h"
@@ -20,6 +21,7 @@ enum exit_status {
 struct request {
     session_options session;
     std::string file_class;
+    std::string database; // of a copy into one
     std::vector<std::string> names;
     std::string command;
 };
@@ -43,18 +45,43 @@ static void describe_session(CLI::App &app, session_options &session)
         ->needs(solver);
 }
 
+// A command that takes `count` words of one kind, or one or more for 0.
+static CLI::App *add_command(CLI::App &app, request &asked, const char *name, const char *what,
+                             const char *word, int count)
+{
+    CLI::App *command = app.add_subcommand(name, what);
+    CLI::Option *words = command->add_option(word, asked.names)->required();
+    if (count > 0)
+        words->expected(count);
+    return command;
+}
+
 static void describe_commands(CLI::App &app, request &asked)
 {
-    CLI::App *find = app.add_subcommand("find", "Print the real path of each name");
-    find->add_option("--class", asked.file_class, "File class of the names")->option_text("CLASS");
-    find->add_option("NAME", asked.names, "Name of a file, in any form")->required();
+    add_command(app, asked, "find", "Print the real path of each name, in any form", "NAME", 0)
+        ->add_option("--class", asked.file_class, "File class of the names")
+        ->option_text("CLASS");
+    add_command(app, asked, "alias", "Print the alias of each real path", "PATH", 0);
+    CLI::App *copy = app.add_subcommand("copy", "Copy a file, or with --to-db into a database");
+    copy->add_option("--to-db", asked.database, "The database; its table goes by the extension")
+        ->option_text("DATABASE");
+    copy->add_option("PATH", asked.names, "Source, and target without --to-db")
+        ->required()
+        ->expected(1, 2);
+    add_command(app, asked, "rename", "Rename a file", "PATH", 2);
+    add_command(app, asked, "append", "Append the first file to the second", "PATH", 2);
+    add_command(app, asked, "backup", "Copy a file to its backup", "PATH", 1);
+    add_command(app, asked, "delete", "Delete a file", "PATH", 1);
+    add_command(app, asked, "defaults", "Print the property file and test rig of each class",
+                "CLASS", 0);
+    app.add_subcommand("env", "Print what the variables that are set will do");
     app.add_subcommand("databases", "Print the databases in search order");
     app.add_subcommand("tables", "Print the tables");
     app.add_subcommand("session", "Only start, and say how it went");
     app.require_subcommand(1);
     app.footer(
-        "Exit status: 0 all is well; 1 a file is missing, or the session that was asked for\n"
-        "went wrong; 2 wrong usage; 3 there is no session to ask.");
+        "Exit status: 0 all is well; 1 a file is missing, or what was asked for went wrong;\n"
+        "2 wrong usage; 3 there is no session to ask.");
 }
 
 // The solver's start is a part of its first search.
@@ -73,6 +100,24 @@ static session_outcome start(const request &asked)
     return outcome;
 }
 
+// Result: 0 for well, as everywhere here.
+static int carry_out(const request &asked)
+{
+    if (asked.command == "find")
+        return show_files(asked.names, asked.file_class, asked.session.solver);
+    if (asked.command == "alias")
+        return show_aliases(asked.names);
+    if (asked.command == "defaults")
+        return show_defaults(asked.names);
+    if (asked.command == "env")
+        return show_environment();
+    if (asked.command == "tables")
+        return show_tables();
+    if (asked.command == "databases")
+        return show_databases();
+    return act_on_files(asked.command, asked.names, asked.database);
+}
+
 static int answer(const request &asked, const session_outcome &outcome)
 {
     if (outcome.code != 0)
@@ -83,13 +128,7 @@ static int answer(const request &asked, const session_outcome &outcome)
     }
     if (outcome.code != 0)
         return EXIT_NO_SESSION;
-    if (asked.command == "find")
-        return show_files(asked.names, asked.file_class, asked.session.solver) == 0 ? EXIT_GOOD
-                                                                                    : EXIT_MISSING;
-    if (asked.command == "tables")
-        return show_tables() == 0 ? EXIT_GOOD : EXIT_MISSING;
-    show_databases();
-    return EXIT_GOOD;
+    return carry_out(asked) == 0 ? EXIT_GOOD : EXIT_MISSING;
 }
 
 int main(int count, char **words)
@@ -105,10 +144,15 @@ int main(int count, char **words)
     }
 
     asked.command = app.get_subcommands().front()->get_name();
+    if (asked.command == "copy" && asked.names.size() != (asked.database.empty() ? 2 : 1)) {
+        std::fprintf(stderr,
+                     "vekhost: copy takes a source and a target, or a source and --to-db\n");
+        return EXIT_USAGE;
+    }
 
     // The answers keep standard output to themselves, and their place among
     // the library's lines when both go to one terminal or file.
-    hsk_output_to_error();
+    hsk_output_to_error(1);
     setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     return answer(asked, start(asked));
 }
