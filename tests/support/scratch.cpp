@@ -74,18 +74,40 @@ std::string xs(size_t count)
     return std::string(count, 'x');
 }
 
+// The cells of a row, with [n] put out.
+static Lines split(std::string row, char separator)
+{
+    for (size_t at; (at = row.find('[')) != row.npos;)
+        row.replace(at, row.find(']') + 1 - at, xs(std::stoul(row.substr(at + 1))));
+    Lines cells;
+    std::istringstream rest(row + separator);
+    for (std::string cell; std::getline(rest, cell, separator);)
+        cells.push_back(cell);
+    return cells;
+}
+
 std::vector<Lines> rows(const std::string &table)
 {
     std::vector<Lines> all;
     std::istringstream words(table);
-    for (std::string word; words >> word;) {
-        for (size_t at; (at = word.find('[')) != word.npos;)
-            word.replace(at, word.find(']') + 1 - at, xs(std::stoul(word.substr(at + 1))));
-        std::istringstream cells(word + "=");
-        all.emplace_back();
-        for (std::string cell; std::getline(cells, cell, '=');)
-            all.back().push_back(cell);
+    for (std::string word; words >> word;)
+        all.push_back(split(word, '='));
+    return all;
+}
+
+std::vector<Lines> table(const std::string &name)
+{
+    std::vector<Lines> all;
+    std::istringstream lines(read_file(TEST_TABLES "/" + name + ".txt"));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty() || line[0] == '#')
+            continue;
+        for (std::string &cell : all.emplace_back(split(line, '|'))) {
+            cell.erase(0, cell.find_first_not_of(' '));
+            cell.erase(cell.find_last_not_of(' ') + 1);
+        }
     }
+    EXPECT_FALSE(all.empty()) << name;
     return all;
 }
 

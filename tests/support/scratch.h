@@ -47,6 +47,11 @@ class Text {
 
 std::string xs(size_t count); // that many "x"
 
+// The rows of tests/tables/<name>.txt, one a line: cells with "|" between them
+// and blanks around them that do not count, in which [n] stands for n times "x".
+// A line that begins with "#" is a comment.
+std::vector<Lines> table(const std::string &name);
+
 // A table: rows with white space between them, each "cell=cell=...", in which
 // [n] stands for n times "x".
 std::vector<Lines> rows(const std::string &table);
