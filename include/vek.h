@@ -84,11 +84,13 @@ VEK_API void vek_abort(const char *caller, const char *text);
    by vek_env_read.  Then a session is started with vorn_vek_init; a solver
    run instead takes the ENVIRONMENT statements of the plug-ins that the model
    names, and db_search starts it later.
-   Result: that of vorn_vek_init; in a solver run 1 if a file or a setting
-   failed, else 0; -1 if the name has VEK_START_NAME_SIZE or more characters or
+   Result: that of vorn_vek_init; in a solver run 1 if a file did not open or
+   its last setting failed, else 0; -1 if the name has VEK_START_NAME_SIZE or more characters or
    vek_chk_cfg_files does not give 0, with an abort line.
-   Prints a blank line at the first call of a solver run, two reports when the
-   product's statements failed, a warning for a list of plug-ins that is too
+   Has the host register a plug-in's paths before KLV_USER_PLUGIN_DIR is
+   searched for its file.
+   Prints a blank line at the first call of a solver run, two reports when a
+   file of the product or its last setting failed, a warning for a list of plug-ins that is too
    long, and at the end of the first call of a solver run what printenvars
    prints.  */
 VEK_API int vorn_vek_cfg_env_read(const char *name);
@@ -200,8 +202,9 @@ VEK_API char *vorn_vek_runtime_path_port(char *text);
 VEK_API char *vorn_vek_unix2nt_path(char *text);
 
 /* The long form of a path with shortened names in it, in a static buffer that
-   the next call overwrites, also one by vek_db_read for a path with "~";
-   `path` itself where there is no other form.  */
+   the next call overwrites, also one by vek_db_read, vorn_vek_path2alias or
+   what rests on them, for a path with "~"; `path` itself where there is no
+   other form.  */
 VEK_API const char *_vek_getlongpath(const char *path);
 
 /* Compare without regard to case, the whole texts or at most `count`
@@ -364,7 +367,7 @@ VEK_API int vorn_vek_set_def_propfile(const char *file_class, char *file);
 VEK_API int vorn_vek_set_def_testrig(const char *file_class, const char *name);
 
 /* The default of a class, or the empty text: for a property file the result of
-   vorn_vek_path2alias, until its next call; for a test rig a text in a record,
+   vorn_vek_path2alias, and as short-lived; for a test rig a text in a record,
    which the next setting for the class overwrites.  */
 VEK_API const char *vorn_vek_get_def_propfile(const char *file_class);
 VEK_API const char *vorn_vek_get_def_testrig(const char *file_class);
@@ -373,8 +376,10 @@ VEK_API const char *vorn_vek_get_def_testrig(const char *file_class);
 
    These look at the text only.  Each result is a static buffer of the
    operation's own, VEK_PATH_SIZE bytes, which the calls named behind
-   "until:" overwrite, as does the operation itself; F2C_DB_SEARCH overwrites
-   what db_search does.  A text that is too long gives the empty text.  */
+   "until:" overwrite, as does the operation itself.  Operations that rest on
+   those named overwrite them, too: F2C_DB_SEARCH what db_search does,
+   vek_propfile_read and with it the reading of files and the starts what
+   vorn_vek_input2full does.  A text that is too long gives the empty text.  */
 
 /* The directory part, without the last "/".  Turns "\" in `text`.
    until: vorn_vek_input2full, vorn_vek_input2tblpth, vorn_vek_expand2full,
@@ -459,22 +464,25 @@ VEK_API char *vorn_vek_search_file(const char *file_class, char *name, int level
 /* ---- File operations --------------------------------------------------
 
    They take real paths, not aliases, and name files by alias in what they
-   print.  Result: 0 done, 1 failed.  A failure is reported with the system's
-   text unless an entry says otherwise.  "\" is turned in `char *` paths, at
-   the latest when they are named in a message.  The variants _silent print no
-   success lines.  */
+   print; a path too long for an alias is named itself.  Result: 0 done, 1
+   failed.  A failure is reported, with the system's text where the system
+   refused.  "\" is turned in `char *` paths when they are named in a message.
+   The variants _silent print no success lines.  Pipes are not written to.  */
 
 /* Copy a file; an existing target is emptied first.  Two paths that are equal
-   without regard to case, or that name one file, are refused.  That a write or
-   a read stops early is not noticed.  Prints two lines on success.  */
+   without regard to case, or that name one file, are refused, and so is a
+   target of more than 267 characters.  That a write or a read stops early is
+   not noticed.  Prints two lines if the target opens afterwards.  */
 VEK_API int vorn_vek_copy_file2file(char *source, char *target);
 VEK_API int vorn_vek_copy_file2file_silent(char *source, char *target);
 
 /* Copy a file into a database, into the table of its extension.  An extension
-   that no table has leads to the root directory.  */
+   that no table has leads to the root directory.  An unknown database is
+   refused.  Turns "\" in `source`.  */
 VEK_API int vorn_vek_copy_file2db(char *source, const char *database);
 
-/* Delete a file, never a directory.  Prints a line on success.  */
+/* Delete a file, never a directory.  Prints a line unless the file opens all
+   the same afterwards.  */
 VEK_API int vorn_vek_delete_file(char *path);
 VEK_API int vorn_vek_delete_file_silent(char *path);
 

@@ -39,13 +39,16 @@ static void call_all()
 {
     call({vek_product_name_is, vek_file_exists, vorn_vek_init, vorn_vek_db_exists,
           vorn_vek_db_iswritable, vorn_vek_set_write_default, vek_set_write_db, vorn_vek_db2level,
-          vorn_cre_dat, vorn_vek_tbl_info});
+          vorn_cre_dat, vorn_vek_tbl_info, vorn_vek_cfg_env_read});
+    call({vorn_vek_delete_file, vek_backup_file});
+    call({vorn_vek_get_def_propfile, vorn_vek_get_def_testrig});
     call({vek_eval_str, vek_rm_extra_separators, vorn_vek_nt2unix_path, vorn_vek_unix2nt_path});
     call({vorn_vek_class2ext, vorn_vek_class2tbl, vorn_vek_ext2class, vorn_vek_ext2tbl,
           vorn_vek_get_def_wri_tbl, vorn_vek_input2ext, vorn_vek_standardize_alias,
           _vek_getlongpath});
     call({vorn_vek_input2path, vorn_vek_input2file, vorn_vek_input2base, vek_input2tbl_and_file,
-          vorn_vek_alias2path, vorn_vek_input2tblpth, vorn_vek_input2full, vorn_vek_expand2full});
+          vorn_vek_alias2path, vorn_vek_input2tblpth, vorn_vek_input2full, vorn_vek_expand2full,
+          vorn_vek_path2alias});
     call<const char *, char *>({[](char *text) { return vek_ext2alias(text, 1); },
                                 [](char *text) { return vorn_vek_ext2path(text, 1); },
                                 [](char *text) { return vorn_vek_get_tbl_path(text, 1); },
@@ -55,6 +58,15 @@ static void call_all()
          [](char *text) { return vek_cfg_read(text, 0); },
          [](char *text) { return vek_db_read(text, 0); },
          [](char *text) { return vek_tbl_read(text, 0); },
+         [](char *text) { return vek_propfile_read(text, 0) + vek_testrig_read(text, 0); },
+         [](char *text) {
+             return vorn_vek_set_def_propfile(text, text) + vorn_vek_set_def_testrig(text, text);
+         },
+         [](char *text) { return vorn_vek_copy_file2db(text, "private"); },
+         [](char *text) {
+             return vorn_vek_copy_file2file(text, text) + vorn_vek_rename_file(text, text) +
+                    vorn_vek_append_file2file(text, text);
+         },
          [](char *text) { return vek_tbl_add(0, text, text, text, 0), 0; },
          [](char *text) { return vek_strcasecmp(text, text) + vek_strncasecmp(text, text, 9); },
          [](char *text) -> int { return *vek_strrstr(text, text); },

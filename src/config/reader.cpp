@@ -173,7 +173,10 @@ static void take_line(cfg_reading *reading, FILE *file)
 
 int vek_cfg_read(const char *path, int cfg_index)
 {
+    char kept[4096]; // the path may lie in a buffer that a handler overwrites
     path = text_or_empty(path);
+    if (text_copy(kept, path))
+        path = kept; // a longer one does not open
     FILE *file = platform_open_to_read(path, "r");
     if (file == nullptr) {
         report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,

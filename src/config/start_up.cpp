@@ -15,7 +15,7 @@ static bool vek_first_env_read = true;
 
 struct start_up {
     bool is_solver;
-    const char *name;
+    char name[VEK_START_NAME_SIZE]; // a setting may change the text that the caller gave
     char shared[VEK_PATH_SIZE];
     char site[VEK_PATH_SIZE];
     char private_file[VEK_PATH_SIZE];
@@ -80,8 +80,7 @@ int vorn_vek_cfg_env_read(const char *name)
     now.is_solver = strcmp(name, solver_word) == 0;
     if (vek_first_env_read)
         set_identity(now.is_solver);
-    now.name = now.is_solver || *name == '\0' ? vek_product_name() : name;
-    if (strlen(now.name) >= VEK_START_NAME_SIZE)
+    if (!text_copy(now.name, now.is_solver || *name == '\0' ? vek_product_name() : name))
         return refuse_long_name();
     if (vek_chk_cfg_files(now.name, now.shared, now.site, now.private_file) != 0) {
         vek_abort("vorn_cfg_env_read", "fatal configuration file error");
@@ -96,9 +95,10 @@ int vorn_vek_cfg_env_read(const char *name)
         result = vorn_vek_init(now.name);
     else if (!read_plugin_files(now.name) || !is_good)
         result = 1;
-    if (vek_first_env_read && now.is_solver)
-        printenvars();
+    bool is_first = vek_first_env_read;
     vek_first_env_read = false;
+    if (is_first && now.is_solver)
+        printenvars();
     return result;
 }
 

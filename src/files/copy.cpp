@@ -10,10 +10,17 @@
 
 bool vek_file_verbose = true;
 
-const char *name_for_message(char *path, char (&alias)[VEK_PATH_SIZE])
+void file_path_take(file_path *path, char *given)
 {
-    text_copy(alias, vorn_vek_path2alias(path));
-    return alias[0] == '\0' ? path : alias;
+    path->given = text_or_empty(given);
+    text_copy(path->text, path->given);
+}
+
+const char *name_for_message(file_path *path, char (&alias)[VEK_PATH_SIZE])
+{
+    text_copy(alias, vorn_vek_path2alias(path->text));
+    vorn_vek_nt2unix_path(path->given);
+    return alias[0] == '\0' ? path->given : alias;
 }
 
 // A transfer that stops early is not noticed: the target stays as far as it
@@ -31,7 +38,7 @@ static void transfer(FILE *source, FILE *target)
 }
 
 // The system's text is taken first: finding the alias may change errno.
-static int refuse(const char *what, char *path)
+static int refuse(const char *what, file_path *path)
 {
     char alias[VEK_PATH_SIZE];
     const char *reason = strerror(errno);
@@ -40,7 +47,7 @@ static int refuse(const char *what, char *path)
     return 1;
 }
 
-static int refuse_same_file(char *target)
+static int refuse_same_file(file_path *target)
 {
     char alias[VEK_PATH_SIZE];
     report(REPORT_ERROR, "vorn_vek_copy_file2file", "Old filename '%s' is same as new filename.",
@@ -48,40 +55,42 @@ static int refuse_same_file(char *target)
     return 1;
 }
 
-static FILE *open_target(const char *path)
+static FILE *open_target(const file_path *target)
 {
-    if (strlen(path) < VEK_PATH_SIZE)
-        return fopen(path, "wb");
+    if (strlen(target->given) < VEK_PATH_SIZE)
+        return platform_open_to_write(target->text, "wb");
     errno = ENAMETOOLONG;
     return nullptr;
 }
 
-static void print_success(char *source, char *target)
+static void print_success(file_path *source, file_path *target)
 {
+    constexpr const char *caller = "vorn_vek_copy_file2file";
     char alias[VEK_PATH_SIZE];
-    report(REPORT_PLAIN, "vorn_vek_copy_file2file", "File '%s' successfully copied to",
+    report(REPORT_PLAIN, caller, "File '%s' successfully copied to",
            name_for_message(source, alias));
-    report(REPORT_PLAIN, "vorn_vek_copy_file2file", "     '%s'.", name_for_message(target, alias));
+    report(REPORT_PLAIN, caller, "     '%s'.", name_for_message(target, alias));
 }
 
 int vorn_vek_copy_file2file(char *source, char *target)
 {
-    source = text_or_empty(source);
-    target = text_or_empty(target);
-    if (vek_strcasecmp(source, target) == 0 || platform_same_file(source, target))
-        return refuse_same_file(target);
-    FILE *from = platform_open_to_read(source, "rb");
-    if (from == nullptr)
-        return refuse("Could not open file", source);
-    FILE *to = open_target(target);
-    if (to == nullptr) {
-        int result = refuse("Cannot create file", target);
-        fclose(from);
+    file_path from, to;
+    file_path_take(&from, source);
+    file_path_take(&to, target);
+    if (vek_strcasecmp(from.given, to.given) == 0 || platform_same_file(from.text, to.text))
+        return refuse_same_file(&to);
+    FILE *in = platform_open_to_read(from.text, "rb");
+    if (in == nullptr)
+        return refuse("Could not open file", &from);
+    FILE *out = open_target(&to);
+    if (out == nullptr) {
+        int result = refuse("Cannot create file", &to);
+        fclose(in);
         return result;
     }
-    transfer(from, to);
-    if (vek_file_verbose && vek_file_exists(target) != 0)
-        print_success(source, target);
+    transfer(in, out);
+    if (vek_file_verbose && vek_file_exists(to.text) != 0)
+        print_success(&from, &to);
     return 0;
 }
 
@@ -95,19 +104,21 @@ int vorn_vek_copy_file2file_silent(char *source, char *target)
 
 int vorn_vek_copy_file2db(char *source, const char *database)
 {
-    source = text_or_empty(source);
     int level = vorn_vek_db2level(database);
     if (level == -1) {
         report(REPORT_ERROR, "vorn_vek_copy_file2db",
                "Invalid database alias '%s', file not copied.", text_or_empty(database));
         return 1;
     }
-    // Wider than a path text: the copy refuses what is too long.
-    char target[VEK_TBL_PATH_SIZE + 2 * VEK_PATH_SIZE];
-    const char *base = vorn_vek_input2base(source);
-    const char *ext = vorn_vek_input2ext(source);
-    text_join(target, {vorn_vek_ext2path(ext, level), "/", base, ".", ext});
-    return vorn_vek_copy_file2file(source, target);
+    file_path from;
+    file_path_take(&from, vorn_vek_nt2unix_path(source));
+    const char *base = vorn_vek_input2base(from.text);
+    const char *ext = vorn_vek_input2ext(from.text);
+    bool may_be_known = strlen(ext) < VEK_EXT_SIZE; // its version counts, too
+    const char *directory = may_be_known ? vorn_vek_ext2path(ext, level) : vek_empty_text;
+    char target[VEK_TBL_PATH_SIZE + 2 * VEK_PATH_SIZE]; // the copy refuses what is too long
+    text_join(target, {directory, "/", base, ".", ext});
+    return vorn_vek_copy_file2file(from.text, target);
 }
 
 int vorn_vek_append_file2file(const char *source, const char *target)
@@ -116,15 +127,15 @@ int vorn_vek_append_file2file(const char *source, const char *target)
     target = text_or_empty(target);
     if (platform_same_file(source, target))
         return 1; // would never end
-    FILE *from = platform_open_to_read(source, "rb");
-    FILE *to = fopen(target, "ab");
-    if (from != nullptr && to != nullptr) {
-        transfer(from, to);
+    FILE *in = platform_open_to_read(source, "rb");
+    FILE *out = platform_open_to_write(target, "ab");
+    if (in != nullptr && out != nullptr) {
+        transfer(in, out);
         return 0;
     }
-    if (from != nullptr)
-        fclose(from);
-    if (to != nullptr)
-        fclose(to);
+    if (in != nullptr)
+        fclose(in);
+    if (out != nullptr)
+        fclose(out);
     return 1;
 }

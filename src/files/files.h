@@ -7,6 +7,15 @@
 // files/copy.cpp.  While false, copying and deleting print no success lines.
 extern bool vek_file_verbose;
 
+// A path that a caller has given.  Operations work on the copy, because the
+// caller's text may lie in a buffer that naming a file overwrites.  The copy
+// has room for any path that a system opens; a longer one is empty.
+struct file_path {
+    char *given;
+    char text[4096];
+};
+void file_path_take(file_path *path, char *given);
+
 // The name of a file for a message: its alias, in `alias`.  A path too long to
-// have one stands for itself.  Turns "\" in `path`.
-const char *name_for_message(char *path, char (&alias)[VEK_PATH_SIZE]);
+// have one stands for itself.  Turns "\" in both texts of the path.
+const char *name_for_message(file_path *path, char (&alias)[VEK_PATH_SIZE]);

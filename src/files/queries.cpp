@@ -10,7 +10,7 @@ const char *vorn_vek_tmp_file_path()
     if (vek_tmp_first && !platform_temporary_dir(vek_tmp_dir, sizeof vek_tmp_dir))
         vek_tmp_dir[0] = '\0';
     vek_tmp_first = false; // a failure is final
-    return vek_tmp_dir[0] == '\0' ? nullptr : vorn_vek_nt2unix_path(vek_tmp_dir);
+    return vek_tmp_dir[0] == '\0' ? nullptr : vek_tmp_dir;
 }
 
 const char *vorn_vek_get_file_separator()

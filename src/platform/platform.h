@@ -11,13 +11,16 @@ bool platform_current_dir(char *to, size_t width);
 bool platform_change_dir(const char *path);
 bool platform_make_dir(const char *path); // one level
 
-// Open for reading, with fopen's mode "r" or "rb".  A directory does not open
-// (EISDIR), and a pipe that nobody writes to does not keep the caller waiting.
+// Open for reading, with fopen's mode "r" or "rb".  A directory does not open,
+// and a pipe that nobody writes to does not keep the caller waiting.
 FILE *platform_open_to_read(const char *path, const char *mode);
 // Whether it would: one open, one look at what was opened.
 bool platform_opens_for_reading(const char *path);
 // Create or empty a file and close it again, without waiting for anybody.
 bool platform_create_file(const char *path);
+// Open for writing, with fopen's mode "wb" or "ab".  A pipe does not open: it
+// could keep the caller waiting, or end the process when its reader leaves.
+FILE *platform_open_to_write(const char *path, const char *mode);
 
 // One piece of a line into `to`: at most width - 1 characters, the line feed
 // included, as fgets would take them from a file whose lines end in a line
@@ -30,13 +33,16 @@ bool platform_read_piece(FILE *file, char *to, size_t width);
 // characters.
 bool platform_long_path(const char *path, char *to, size_t width);
 
-// The directory for temporary files, a separator at its end: made for this
-// process alone at the first call, and removed with it if it is empty then.
+// The directory for temporary files, "/" at its end.  On POSIX it is made for
+// this process alone at the first call, readable by its user only, and removed
+// with the process if it is empty then: whoever else writes to a common one
+// could plant a file of a known name.
 bool platform_temporary_dir(char *to, size_t width);
 
 // Whether two texts name one file on disk.
 bool platform_same_file(const char *first, const char *second);
 
 bool platform_remove_file(const char *path); // never a directory
-// Rename; an existing target is left alone (EEXIST).
+// Rename; an existing target is left alone (EEXIST).  Where a system folds
+// case, the file itself in other letters is no existing target.
 bool platform_rename(const char *old_path, const char *new_path);

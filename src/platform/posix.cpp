@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -73,33 +74,61 @@ bool platform_create_file(const char *path)
     return true;
 }
 
+// The mode's first letter tells appending from writing anew.
+FILE *platform_open_to_write(const char *path, const char *mode)
+{
+    int flags = O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC;
+    int file = open(path, flags | (*mode == 'a' ? O_APPEND : O_TRUNC), 0666);
+    if (file < 0)
+        return nullptr;
+    struct stat status;
+    bool is_pipe = fstat(file, &status) != 0 || S_ISFIFO(status.st_mode);
+    FILE *stream = nullptr;
+    errno = ENXIO; // what a pipe without a reader gives
+    if (!is_pipe && fcntl(file, F_SETFL, *mode == 'a' ? O_APPEND : 0) == 0)
+        stream = fdopen(file, mode);
+    if (stream == nullptr)
+        close(file);
+    return stream;
+}
+
 bool platform_long_path(const char *, char *, size_t)
 {
     return false; // no system of this family shortens names
 }
 
 static char temporary_dir[PATH_MAX];
+static pid_t temporary_dir_owner;
 
 static void remove_temporary_dir()
 {
-    rmdir(temporary_dir); // does nothing while a file is in it
+    if (getpid() == temporary_dir_owner) // a child that ends leaves it alone
+        rmdir(temporary_dir);            // does nothing while a file is in it
 }
 
+static bool make_temporary_dir(const char *parent)
+{
+    int length = snprintf(temporary_dir, sizeof temporary_dir, "%s/vek-XXXXXX", parent);
+    if (length > 0 && static_cast<size_t>(length) < sizeof temporary_dir &&
+        mkdtemp(temporary_dir) != nullptr) {
+        temporary_dir_owner = getpid();
+        atexit(remove_temporary_dir);
+        return true;
+    }
+    temporary_dir[0] = '\0';
+    return false;
+}
+
+// A relative TMPDIR would lead elsewhere after a change of directory, and "\"
+// is turned in all paths.
 bool platform_temporary_dir(char *to, size_t width)
 {
-    if (temporary_dir[0] == '\0') {
-        const char *parent = getenv("TMPDIR");
-        if (parent == nullptr || *parent == '\0')
-            parent = "/tmp";
-        char path[sizeof temporary_dir];
-        int length = snprintf(path, sizeof path, "%s/vek-XXXXXX", parent);
-        if (length < 0 || static_cast<size_t>(length) >= sizeof path || mkdtemp(path) == nullptr)
-            return false;
-        memcpy(temporary_dir, path, sizeof path);
-        atexit(remove_temporary_dir);
-    }
+    const char *parent = getenv("TMPDIR");
+    bool is_good = parent != nullptr && parent[0] == '/' && strchr(parent, '\\') == nullptr;
+    bool is_made = temporary_dir[0] != '\0' || (is_good && make_temporary_dir(parent)) ||
+                   make_temporary_dir("/tmp");
     int length = snprintf(to, width, "%s/", temporary_dir);
-    return length >= 0 && static_cast<size_t>(length) < width;
+    return is_made && length >= 0 && static_cast<size_t>(length) < width;
 }
 
 bool platform_same_file(const char *first, const char *second)
@@ -114,8 +143,19 @@ bool platform_remove_file(const char *path)
     return unlink(path) == 0;
 }
 
+// The file itself in other letters, on a file system that folds case.
+static bool differ_in_case_alone(const char *old_path, const char *new_path)
+{
+    struct stat one, other;
+    return strcasecmp(old_path, new_path) == 0 && strcmp(old_path, new_path) != 0 &&
+           lstat(old_path, &one) == 0 && lstat(new_path, &other) == 0 &&
+           one.st_dev == other.st_dev && one.st_ino == other.st_ino && one.st_nlink == 1;
+}
+
 bool platform_rename(const char *old_path, const char *new_path)
 {
+    if (differ_in_case_alone(old_path, new_path))
+        return rename(old_path, new_path) == 0;
 #ifdef RENAME_NOREPLACE
     if (renameat2(AT_FDCWD, old_path, AT_FDCWD, new_path, RENAME_NOREPLACE) == 0)
         return true;

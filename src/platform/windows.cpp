@@ -49,26 +49,32 @@ bool platform_create_file(const char *path)
     return true;
 }
 
+FILE *platform_open_to_write(const char *path, const char *mode)
+{
+    return fopen(path, mode);
+}
+
 bool platform_long_path(const char *path, char *to, size_t width)
 {
     DWORD length = GetLongPathNameA(path, to, static_cast<DWORD>(width));
     return length > 0 && length < width;
 }
 
+// The directory of a name that the system proposes; the name itself is thrown
+// away.  A name without a directory stays whole.
 bool platform_temporary_dir(char *to, size_t width)
 {
-    static char directory[MAX_PATH];
-    if (directory[0] == '\0') {
-        char *name = _tempnam("c:/temp", "");
-        if (name == nullptr)
-            return false;
-        const char *last = strrchr(name, '\\');
-        size_t length = last == nullptr ? 0 : static_cast<size_t>(last - name) + 1;
-        if (length > 0 && length < sizeof directory)
-            memcpy(directory, name, length); // the rest is NUL already
-        free(name);
-    }
-    int length = snprintf(to, width, "%s", directory);
+    char *name = _tempnam("c:/temp", "");
+    if (name == nullptr)
+        return false;
+    for (char *place = name; *place != '\0'; ++place)
+        if (*place == '\\')
+            *place = '/';
+    char *last = strrchr(name, '/');
+    if (last != nullptr)
+        last[1] = '\0';
+    int length = snprintf(to, width, "%s", name);
+    free(name);
     return length > 0 && static_cast<size_t>(length) < width;
 }
 

@@ -165,9 +165,11 @@ int vek_testrig_read(const char *text, int cfg_index)
 
 int vorn_vek_set_def_propfile(const char *file_class, char *file)
 {
+    char name[VEK_CLASS_SIZE]; // the class may lie in a buffer that is overwritten below
+    if (!text_copy(name, text_or_empty(file_class)))
+        return 0;
     const char *path = vorn_vek_input2full(vek_eval_str(file));
-    bool is_set = vek_file_exists(path) != 0 &&
-                  set(propfiles, text_or_empty(file_class), path, vek_private_cfg_index);
+    bool is_set = vek_file_exists(path) != 0 && set(propfiles, name, path, vek_private_cfg_index);
     return is_set ? 1 : 0;
 }
 
