@@ -12,8 +12,8 @@ struct session_options {
     std::string model; // empty: a solver run without a model
 };
 
-// How a start went.  `code` is that of the library's start, or 1 for what the
-// library passes over in silence; `trouble` says in words what was wrong.
+// How a start went.  `code` is that of the library's start, or 1 for a model
+// that can't be loaded; `trouble` says in words what was wrong.
 struct session_outcome {
     int code = 0;
     std::string trouble;
@@ -23,6 +23,6 @@ struct session_outcome {
 // ends at the first start that fails.
 session_outcome start_product(const session_options &options);
 
-// A solver's run: identity, mode and model.  The library starts itself at the
+// A solver's run: model and environment.  The library starts itself at the
 // first search.
 session_outcome prepare_solver(const session_options &options);

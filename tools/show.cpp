@@ -49,13 +49,18 @@ int show_aliases(const std::vector<std::string> &paths)
     return 0;
 }
 
+static const char *or_none(const char *text)
+{
+    return *text == '\0' ? "none" : text;
+}
+
 int show_defaults(const std::vector<std::string> &classes)
 {
-    const char *format = "%-20s  %-44s  %s\n";
-    std::printf(format, "Class", "Property file", "Test rig");
+    const char *format = "%-12s  %-16s  %s\n";
+    std::printf(format, "Class", "Test rig", "Property file");
     for (const std::string &name : classes)
-        std::printf(format, name.c_str(), vorn_vek_get_def_propfile(name.c_str()),
-                    vorn_vek_get_def_testrig(name.c_str()));
+        std::printf(format, name.c_str(), or_none(vorn_vek_get_def_testrig(name.c_str())),
+                    or_none(vorn_vek_get_def_propfile(name.c_str())));
     return 0;
 }
 
