@@ -74,13 +74,17 @@ std::string xs(size_t count)
     return std::string(count, 'x');
 }
 
-// The cells of a row, with [n] put out.
-static Lines split(std::string row, char separator)
+std::string put_out(std::string text)
 {
-    for (size_t at; (at = row.find('[')) != row.npos;)
-        row.replace(at, row.find(']') + 1 - at, xs(std::stoul(row.substr(at + 1))));
+    for (size_t at; (at = text.find('[')) != text.npos;)
+        text.replace(at, text.find(']') + 1 - at, xs(std::stoul(text.substr(at + 1))));
+    return text;
+}
+
+static Lines split(const std::string &row, char separator)
+{
     Lines cells;
-    std::istringstream rest(row + separator);
+    std::istringstream rest(put_out(row) + separator);
     for (std::string cell; std::getline(rest, cell, separator);)
         cells.push_back(cell);
     return cells;

@@ -45,7 +45,8 @@ class Text {
     std::unique_ptr<char[]> bytes;
 };
 
-std::string xs(size_t count); // that many "x"
+std::string xs(size_t count);          // that many "x"
+std::string put_out(std::string text); // with n times "x" for each [n]
 
 // The rows of tests/tables/<name>.txt, one a line: cells with "|" between them
 // and blanks around them that do not count, in which [n] stands for n times "x".
@@ -57,10 +58,15 @@ std::vector<Lines> table(const std::string &name);
 std::vector<Lines> rows(const std::string &table);
 // Expects an operation to give each row's second cell for the first.
 template <typename Operation, typename... More>
+void check(Operation operation, const std::vector<Lines> &table, More... more)
+{
+    for (const Lines &row : table)
+        EXPECT_EQ(operation(Text(row[0]), more...), row[1]) << row[0];
+}
+template <typename Operation, typename... More>
 void check(Operation operation, const std::string &table, More... more)
 {
-    for (const Lines &row : rows(table))
-        EXPECT_EQ(operation(Text(row[0]), more...), row[1]) << row[0];
+    check(operation, rows(table), more...);
 }
 
 // The result of a DATABASE or TABLE statement with these operands.
