@@ -6,40 +6,6 @@
 #include <regex>
 #include <sstream>
 
-// A case of tests/tables/<name>.txt, where its parts are explained.
-struct Case {
-    std::string head, text, said;
-};
-
-static std::vector<Case> cases(const std::string &name)
-{
-    std::vector<Case> all;
-    std::istringstream lines(read_file(TEST_TABLES "/" + name + ".txt"));
-    for (std::string line; std::getline(lines, line);) {
-        if (line[0] == '#')
-            continue;
-        if (line[0] == '@') {
-            all.push_back({line.substr(1), "", ""});
-            continue;
-        }
-        std::replace(line.begin(), line.end(), '~', '\t');
-        bool is_said = line[0] == '>' || !all.back().said.empty();
-        (is_said ? all.back().said : all.back().text) += put_out(line) + "\n";
-    }
-    EXPECT_FALSE(all.empty()) << name;
-    return all;
-}
-
-// The variables set and the lines printed since the last time.
-static std::string said()
-{
-    std::string all;
-    for (const Lines &lines : {host::calls_of("vc_putenv"), host::printed()})
-        for (const std::string &line : lines)
-            all += "> " + line + "\n";
-    return all;
-}
-
 // The report of a bad statement.
 static std::string bad(int line, const std::string &path = "t.cfg")
 {

@@ -115,6 +115,34 @@ std::vector<Lines> table(const std::string &name)
     return all;
 }
 
+std::vector<Case> cases(const std::string &name)
+{
+    std::vector<Case> all;
+    std::istringstream lines(read_file(TEST_TABLES "/" + name + ".txt"));
+    for (std::string line; std::getline(lines, line);) {
+        if (line[0] == '#')
+            continue;
+        if (line[0] == '@') {
+            all.push_back({line.substr(1), "", ""});
+            continue;
+        }
+        std::replace(line.begin(), line.end(), '~', '\t');
+        bool is_said = line[0] == '>' || !all.back().said.empty();
+        (is_said ? all.back().said : all.back().text) += put_out(line) + "\n";
+    }
+    EXPECT_FALSE(all.empty()) << name;
+    return all;
+}
+
+std::string said()
+{
+    std::string all;
+    for (const Lines &lines : {host::calls_of("vc_putenv"), host::printed()})
+        for (const std::string &line : lines)
+            all += "> " + line + "\n";
+    return all;
+}
+
 int add_database(const std::string &operands, int cfg_index)
 {
     return vek_db_read(("DATABASE " + operands).c_str(), cfg_index);

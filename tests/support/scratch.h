@@ -69,6 +69,14 @@ void check(Operation operation, const std::string &table, More... more)
     check(operation, rows(table), more...);
 }
 
+// The cases of tests/tables/<name>.txt, where their parts are explained.
+struct Case {
+    std::string head, text, said;
+};
+std::vector<Case> cases(const std::string &name);
+// The variables set and the lines printed since the last time.
+std::string said();
+
 // The result of a DATABASE or TABLE statement with these operands.
 int add_database(const std::string &operands, int cfg_index = 0);
 int add_table(const std::string &operands, int cfg_index = 0);
