@@ -66,9 +66,11 @@ TEST_F(Registry, LevelsOutOfRangeFindNothing)
     }
     vek_set_number_of_veks(2);
     EXPECT_EQ(databases(), (Lines{"one 1 0: c 0", "two 2 0: c 0"}));
-    vek_set_number_of_veks(1); // hides the second, which the next replaces
+    static const char *hidden = vorn_vek_level2db(2); // stays, for those who hold it
+    vek_set_number_of_veks(1);                        // hides the second, which the next replaces
     EXPECT_EQ(add_database("two 3"), 0);
     EXPECT_STREQ(vorn_vek_ext2path("e", 2), "3/d");
+    EXPECT_STREQ(hidden, "two");
 }
 
 TEST_F(Registry, OnlyAWritableDatabaseBecomesTheDefault)
