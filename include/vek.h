@@ -277,6 +277,24 @@ VEK_API int vorn_vek_db2level(const char *name);
    or above the count gives the empty text and one report.  */
 VEK_API const char *vorn_vek_level2db(int level);
 
+/* Move a database to another level; those between close up.
+   Result: 0 moved, or there already; 1 refused, with a report: a level below 1
+   or above the count, or no such database.  */
+VEK_API int vorn_vek_db_reorder(const char *name, int level);
+
+/* Put the databases of a DATABASE_ORDER statement, their names with commas
+   between them behind the first word, to the front in that order; "shared"
+   also stands for "<product>_shared".  The reader of configuration files calls
+   this only while KLV_VEK_SEARCH is "yes".
+   Result: 0 done; 1 no names; 2 some name is not defined, and the others are
+   in order.  Prints nothing.  */
+VEK_API int vek_db_setorder(const char *statement);
+
+/* Write the database report to a file, which is emptied first.  Every database
+   is probed anew, which is what vorn_vek_db_iswritable tells from then on.
+   Result: 0 written, or the path is empty; 1 it does not open (reported).  */
+VEK_API int vorn_vek_db_info(const char *path);
+
 /* ---- Tables ----------------------------------------------------------- */
 
 /* Add the table of a TABLE statement, "TABLE <class> <directory> <ext>", to

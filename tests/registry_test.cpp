@@ -192,3 +192,64 @@ TEST_F(Registry, ANewDatabaseDirectoryAndTheReport)
                      "ERROR: Open for vek info file 'none/report' failed: No such file or "
                      "directory.\n"}));
 }
+
+// The names of the databases in their order.
+static std::string order()
+{
+    std::string names;
+    for (int level = 1; level <= vorn_vek_get_number_of_veks(); ++level)
+        names += vorn_vek_level2db(level) + std::string(level == 5 ? "" : " ");
+    return names;
+}
+
+TEST_F(Registry, DatabasesChangePlaces)
+{
+    set_product("vorn");
+    for (const char *name : {"a", "b", "c", "d", "vorn_shared"})
+        add_database(name + std::string(" ") + name);
+    const char *held = vorn_vek_level2db(4);
+    // An operation, its name and level or its line, the result and the order.
+    for (const Lines &row : table("database_order")) {
+        const int level = row[0] == "move" ? std::stoi(row[2]) : 0;
+        EXPECT_EQ(row[0] == "move" ? vorn_vek_db_reorder(row[1].c_str(), level)
+                                   : vek_db_setorder(("DATABASE_ORDER " + row[1]).c_str()),
+                  std::stoi(row[3]))
+            << row[1];
+        EXPECT_EQ(order(), row[4]) << row[1];
+        EXPECT_EQ(said(), row[5].empty() ? "" : "> ERROR: " + row[5] + "\n");
+    }
+    EXPECT_STREQ(held, "d");
+    vek_set_number_of_veks(100);
+    EXPECT_EQ(vorn_vek_db_reorder("a", 6), 1);
+    set("KLV_VEK_SEARCH", "yes");
+    write_file("t.cfg", "DATABASE_ORDER\nDATABASE_ORDER none, b\n");
+    EXPECT_EQ(vek_cfg_read("t.cfg", 0), 2);
+    const std::string bad = "> ERROR: Syntax error in line ", file = " of cfg_file 't.cfg'";
+    EXPECT_EQ(said(), "> " + reading("t.cfg") + "\n" + bad + "1" + file + "\n" + bad + "2" + file +
+                          ":\n    database name not defined.\n"
+                          "> ERROR: Erroneous statement(s) ignored in file : 't.cfg'.\n");
+}
+
+TEST_F(Registry, TheDatabaseReportProbesAnew)
+{
+    add_database("mine m");
+    add_database("locked l");
+    add_database("open o");
+    vorn_vek_set_write_default_no_cfg_update("MINE");
+    for (const char *name : {"m", "l"})
+        make_dir(name + std::string(probe_file));
+    EXPECT_EQ(vorn_vek_db_info("report") + vorn_vek_db_info("") + vorn_vek_db_info(nullptr), 0);
+    EXPECT_EQ(read_file("report"),
+              "Current VEK search directories :\n"
+              "Search level         Database alias name            Path of database\n"
+              "------------         -------------------            ----------------\n"
+              "   Level 1 :       **mine                           m\n"
+              "   Level 2 :         locked                         l\n"
+              "   Level 3 :        *open                           o\n"
+              "\n\n '*' indicates a writable database.\n"
+              "'**' indicates the default writable database.\n");
+    EXPECT_EQ(vorn_vek_db_iswritable("mine") + vorn_vek_db_iswritable("locked"), 0);
+    EXPECT_EQ(vorn_vek_db_info("none/report"), 1);
+    EXPECT_EQ(said(), "> ERROR: Open for vek info file 'none/report' failed: No such file or "
+                      "directory.\n\n");
+}

@@ -93,14 +93,25 @@ static void take_database(cfg_reading *reading, const char *keyword)
         report_plain(reading, code);
 }
 
-static void take_database_order(const cfg_reading *reading)
+static void print_order_advice(const cfg_reading *reading)
 {
-    const char *search = getenv("KLV_VEK_SEARCH");
-    if (search != nullptr && strcmp(search, "yes") == 0)
-        return;
     report(REPORT_PLAIN, caller, "INFO: line %d of cfg_file '%s':", reading->line, reading->path);
     vc_str_print("      DATABASE_ORDER entry has been discontinued.");
     vc_str_print("      Please remove the line from the file.");
+}
+
+static void take_database_order(cfg_reading *reading)
+{
+    const char *search = getenv("KLV_VEK_SEARCH");
+    if (search == nullptr || strcmp(search, "yes") != 0) {
+        print_order_advice(reading);
+        return;
+    }
+    int code = vek_db_setorder(vek_message_buf);
+    if (code == 1)
+        report_plain(reading, code);
+    else if (code == 2)
+        report_fault(reading, code, "database name not defined.");
 }
 
 static void take_write_default(cfg_reading *reading)

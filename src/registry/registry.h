@@ -11,6 +11,10 @@ extern "C" {
 // registry/databases.cpp.  Whether a file can be made in the directory: 1 or 0.
 int vek_dir_is_writable(const char *path);
 
+// registry/database_editing.cpp.  The rows of the database report and what its
+// marks mean.  Every database is probed anew.  Result: 0.
+int vek_db_list_print(FILE *stream);
+
 // registry/table_directories.cpp.  The rows of the table report; `mode` is
 // "info" for people.
 void vek_tbl_list_print(FILE *stream, const char *mode);
@@ -23,6 +27,10 @@ void vek_testrig_add(const char *file_class, const char *value, int cfg_index);
 // registry/databases.cpp.  Whether there is a database at the level; reports a
 // level out of range.
 bool level_is_valid(int level, const char *caller);
+
+// registry/table_directories.cpp.  Open a report file, which is emptied; null,
+// with a report, if it does not open.
+FILE *report_file_open(const char *path, const char *caller);
 
 // registry/tables.cpp.  Append a table to one database; false, with
 // "malloc_failure" reported, if there is no memory, and without a report if a

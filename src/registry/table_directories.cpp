@@ -141,16 +141,22 @@ void vek_tbl_list_print(FILE *stream, const char *mode)
     }
 }
 
+FILE *report_file_open(const char *path, const char *caller)
+{
+    FILE *file = fopen(path, "w");
+    if (file == nullptr)
+        report(REPORT_ERROR, caller, "Open for vek info file '%s' failed: %s.\n", path,
+               strerror(errno));
+    return file;
+}
+
 int vorn_vek_tbl_info(const char *path)
 {
     if (text_is_empty(path))
         return 0;
-    FILE *file = fopen(path, "w");
-    if (file == nullptr) {
-        report(REPORT_ERROR, "vorn_vek_tbl_info", "Open for vek info file '%s' failed: %s.\n", path,
-               strerror(errno));
+    FILE *file = report_file_open(path, "vorn_vek_tbl_info");
+    if (file == nullptr)
         return 1;
-    }
     fputs("Current VEK table structure :\n", file);
     fprintf(file, row_format, "", "Class name", "Table Directory", "Extension");
     fprintf(file, row_format, "", "----------", "---------------", "---------");
