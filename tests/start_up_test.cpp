@@ -142,6 +142,30 @@ TEST_F(StartUp, TheRoadOfOneRequest)
             said(reading("./plug.cfg")) + said(""));
 }
 
+TEST_F(StartUp, GoesOnWhenTheHostChangesWhatItGave)
+{
+    static Text name("vorn");
+    host::when_print = [](const char *) { name[0] = 'x'; };
+    write_file("inst/vorn.cfg", shared_cfg + "ENVIRONMENT\n");
+    EXPECT_EQ(vorn_vek_cfg_env_read(name), 0);
+    EXPECT_STREQ(name, "xorn");
+    EXPECT_EQ(host::printed()[2], reading(shared));
+}
+
+// The product is known before the model's list is fetched and complained of.
+TEST_F(StartUp, TheProductComesBeforeTheListOfPlugIns)
+{
+    static std::string product;
+    host::plugin_list = xs(2000);
+    host::when_print = [](const char *line) {
+        if (*line == 'W')
+            product = vek_product_name();
+    };
+    int found = 0;
+    db_search(Text("x"), "", &found);
+    EXPECT_EQ(product, "vorn");
+}
+
 TEST_F(StartUp, TheReportOfNothingIsEmpty)
 {
     printenvars();
