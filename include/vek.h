@@ -85,14 +85,14 @@ VEK_API void vek_abort(const char *caller, const char *text);
    run instead takes the ENVIRONMENT statements of the plug-ins that the model
    names, and db_search starts it later.
    Result: that of vorn_vek_init; in a solver run 1 if a file did not open or
-   its last setting failed, else 0; -1 if the name has VEK_START_NAME_SIZE or more characters or
-   vek_chk_cfg_files does not give 0, with an abort line.
+   its last setting failed, else 0; -1, with an abort line, if the name has
+   VEK_START_NAME_SIZE or more characters or vek_chk_cfg_files does not give 0.
    Has the host register a plug-in's paths before KLV_USER_PLUGIN_DIR is
    searched for its file.
    Prints a blank line at the first call of a solver run, two reports when a
-   file of the product or its last setting failed, a warning for a list of plug-ins that is too
-   long, and at the end of the first call of a solver run what printenvars
-   prints.  */
+   file of the product or its last setting failed, a warning for a list of
+   plug-ins that is too long, and at the end of the first call of a solver run
+   what printenvars prints.  */
 VEK_API int vorn_vek_cfg_env_read(const char *name);
 
 /* The same for a solver run.  */
@@ -208,8 +208,9 @@ VEK_API char *vorn_vek_unix2nt_path(char *text);
 VEK_API const char *_vek_getlongpath(const char *path);
 
 /* Compare without regard to case, the whole texts or at most `count`
-   characters, of which there may be none.  Result: 0 equal; else the difference of the first two
-   characters that differ, both in upper case and unsigned.  */
+   characters, of which there may be none.  Result: 0 equal; else the
+   difference of the first two characters that differ, both in upper case and
+   unsigned.  */
 VEK_API int vek_strcasecmp(const char *first, const char *second);
 VEK_API int vek_strncasecmp(const char *first, const char *second, int count);
 

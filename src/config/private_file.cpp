@@ -2,9 +2,8 @@
 
 #include "config/config.h"
 #include "host/message.h"
+#include "platform/platform.h"
 #include "text/text.h"
-
-#include <cstdio>
 
 static void warn_of_unwritable_file(const char *path)
 {
@@ -20,7 +19,7 @@ static void warn_of_unwritable_file(const char *path)
 // A missing file is created, empty.
 int _vek_print_cfg_file(const char *, const char *path, const char *)
 {
-    FILE *file = fopen(path, "a");
+    FILE *file = platform_open_to_write(path, "a");
     if (file == nullptr) {
         warn_of_unwritable_file(path);
         return 0;

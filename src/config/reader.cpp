@@ -35,6 +35,15 @@ static void report_fault(cfg_reading *reading, int code, const char *fault)
     reading->error = code;
 }
 
+// What most handlers' results mean: 1 is a plain fault, 2 the handler's own.
+static void report_refusal(cfg_reading *reading, int code, const char *fault)
+{
+    if (code == 1)
+        report_plain(reading, code);
+    else if (code == 2)
+        report_fault(reading, code, fault);
+}
+
 // The rest of the line is thrown away with it.
 static void refuse_long_line(cfg_reading *reading, FILE *file)
 {
@@ -107,11 +116,7 @@ static void take_database_order(cfg_reading *reading)
         print_order_advice(reading);
         return;
     }
-    int code = vek_db_setorder(vek_message_buf);
-    if (code == 1)
-        report_plain(reading, code);
-    else if (code == 2)
-        report_fault(reading, code, "database name not defined.");
+    report_refusal(reading, vek_db_setorder(vek_message_buf), "database name not defined.");
 }
 
 static void take_write_default(cfg_reading *reading)
@@ -120,24 +125,6 @@ static void take_write_default(cfg_reading *reading)
         return;
     report_fault(reading, 1, "cannot set database as writable default.");
     report_plain(reading, 1);
-}
-
-static void take_table(cfg_reading *reading)
-{
-    int code = vek_tbl_read(vek_message_buf, reading->cfg_index);
-    if (code == 1)
-        report_plain(reading, code);
-    else if (code == 2)
-        report_fault(reading, code, "class or extension already defined.");
-}
-
-static void take_propfile(cfg_reading *reading)
-{
-    int code = vek_propfile_read(vek_message_buf, reading->cfg_index);
-    if (code == 1)
-        report_plain(reading, code);
-    else if (code == 2)
-        report_fault(reading, code, "property file path does not exist.");
 }
 
 // A bad line is told of but does not count.
@@ -159,9 +146,11 @@ static void take_statement(cfg_reading *reading, const char *keyword)
     else if (vek_strcasecmp(keyword, "DEFAULT_WRITE_DB") == 0)
         take_write_default(reading);
     else if (vek_strcasecmp(keyword, "TABLE") == 0)
-        take_table(reading);
+        report_refusal(reading, vek_tbl_read(vek_message_buf, reading->cfg_index),
+                       "class or extension already defined.");
     else if (vek_strcasecmp(keyword, "PROPFILE") == 0)
-        take_propfile(reading);
+        report_refusal(reading, vek_propfile_read(vek_message_buf, reading->cfg_index),
+                       "property file path does not exist.");
     else if (vek_strcasecmp(keyword, "TESTRIG") == 0)
         take_testrig(reading);
 }

@@ -18,7 +18,7 @@ FILE *platform_open_to_read(const char *path, const char *mode);
 bool platform_opens_for_reading(const char *path);
 // Create or empty a file and close it again, without waiting for anybody.
 bool platform_create_file(const char *path);
-// Open for writing, with fopen's mode "wb" or "ab".  A pipe does not open: it
+// Open for writing or appending, with fopen's mode.  A pipe does not open: it
 // could keep the caller waiting, or end the process when its reader leaves.
 FILE *platform_open_to_write(const char *path, const char *mode);
 

@@ -49,13 +49,15 @@ int vorn_vek_db_reorder(const char *name, int level)
 // there is no word; 2 if it names no database.
 static int put_first(text_span piece)
 {
-    char words[VEK_PATH_SIZE];
-    char name[VEK_PATH_SIZE];
-    const char *rest = words;
-    bool fits = text_copy(words, piece);
-    text_copy(name, text_take_word(&rest));
-    if (fits && name[0] == '\0')
+    char name[VEK_PATH_SIZE]; // a word too long for it is no database's name
+    const char *end = piece.start + piece.length;
+    const char *rest = piece.start;
+    text_span word = text_take_word(&rest);
+    if (word.start >= end)
         return 0;
+    if (rest > end)
+        word.length = static_cast<size_t>(end - word.start);
+    text_copy(name, word);
     if (vorn_vek_db2level(name) == -1 && strcmp(name, "shared") == 0)
         text_join(name, {vek_product_name(), "_shared"});
     if (vorn_vek_db2level(name) == -1)

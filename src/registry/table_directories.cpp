@@ -143,7 +143,7 @@ void vek_tbl_list_print(FILE *stream, const char *mode)
 
 FILE *report_file_open(const char *path, const char *caller)
 {
-    FILE *file = fopen(path, "w");
+    FILE *file = platform_open_to_write(path, "w");
     if (file == nullptr)
         report(REPORT_ERROR, caller, "Open for vek info file '%s' failed: %s.\n", path,
                strerror(errno));
