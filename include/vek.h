@@ -17,10 +17,12 @@
    Results  A text result points into a record, into a static buffer or to
             the caller's own text.  Only the block of vorn_vek_search_file
             (and of db_search, which hands it on) belongs to the caller.
-            Records live as long as the process.  A static result lives until
-            a call that its entry names.  "Nothing" is the empty text, never
-            a null pointer, but for vorn_vek_get_write_default, vek_strrstr
-            and vorn_vek_tmp_file_path.  Test the content of a result, not its
+            Records live as long as the process, but for a database's own,
+            which vorn_vek_db_remove releases; those of its tables stay.  A
+            static result lives until a call that its entry names.  "Nothing"
+            is the empty text, never a null pointer, but for
+            vorn_vek_get_write_default, vek_strrstr and
+            vorn_vek_tmp_file_path.  Test the content of a result, not its
             address, and do not write to it.
    Limits   A path or name that does not fit its result gives the empty text,
             never a cut one, because a cut path can name another file.  (What
@@ -180,6 +182,47 @@ VEK_API int vek_cfg_read(const char *path, int cfg_index);
    open, and two reports for each bad statement.  */
 VEK_API int vek_env_read(char *path);
 
+/* ---- Private file -----------------------------------------------------
+
+   The user's private configuration file is the one that is also written: when
+   a start does not find it, when databases are added or removed or the default
+   for writing is set, and when the user saves.  A user's file is never the
+   only thing between the user and loss: while an update goes on, its old text
+   stands whole in a backup (the same name with "q" for its last character) or
+   in "tmp_cfg_file" in the directory of vorn_vek_tmp_file_path, on the disk
+   before the file is emptied; what can't be written is put back.  Processes
+   wait for each other's updates, if they lock files as this library does.
+
+   What an update may print:
+   - two warnings, once a process, when the file can't be written;
+   - the reports of vorn_vek_copy_file2file and vorn_vek_delete_file;
+   - "ERROR: cannot open file <path>";
+   - "ERROR: Private cfg file <path> could not be written: <reason>", after
+     which the file has its old text; where it could not be put back, and
+     before each later update, "ERROR: The previous text is kept in file
+     <path>.", and there is no update as long as that file is there.  */
+
+/* Bring the private file up to date with the session, after a backup of it:
+   its DATABASE_ORDER, DEFAULT_WRITE_DB and ENVIRONMENT lines get their present
+   values and all other lines stay, byte by byte.  An ENVIRONMENT line without
+   a variable of a value that it could hold (1 to 180 characters in one line)
+   stays, too, and so does DEFAULT_WRITE_DB while no default is set.  With the
+   tag "vorn_vek_db_add" the database `name` is also put in front of the first
+   DATABASE line, and with "vorn_vek_db_remove" the lines of the database that
+   is spelled `name` become comments; these are what vorn_vek_db_add and
+   vorn_vek_db_remove use.  Tags compare without regard to case.
+   Result: 1 written, or KLV_UPDATE_CFG is "no"; 0 not, and the file is as it
+   was.  */
+VEK_API int vorn_wrt_cfg(const char *tag, const char *name);
+
+/* Ask the user, by an alert, how to save, then write the private file anew
+   from the session: the user's databases, tables, property files and test
+   rigs, and the variables of the old file's ENVIRONMENT lines with their
+   present values.  Other lines go.  KLV_UPDATE_CFG is not looked at.
+   Result: 1 written; 0 not, or an answer that the alert does not offer;
+   -1 cancelled.  Prints a line about the backup if the user asked for one.  */
+VEK_API int vorn_sav_cfg(void);
+
 /* ---- Text ------------------------------------------------------------- */
 
 /* Expand each "$NAME" of `text` in place.  A name ends at "/" or at the end
@@ -247,10 +290,10 @@ VEK_API int vorn_vek_db_exists(const char *path);
    if there is no such database.  */
 VEK_API int vorn_vek_db_iswritable(const char *name);
 
-/* Make `name` the default database for writing.
+/* Make `name` the default database for writing.  The first one then calls
+   vorn_wrt_cfg, whose result does not count.
    Result: 0 done; 1 refused, with a report, because there is no such database
-   or it is not writable, or no memory.  The second one never updates the
-   private configuration file.  */
+   or it is not writable, or no memory.  */
 VEK_API int vorn_vek_set_write_default(const char *name);
 VEK_API int vorn_vek_set_write_default_no_cfg_update(const char *name);
 
@@ -277,6 +320,23 @@ VEK_API int vorn_vek_db2level(const char *name);
 /* The name of the database at a level, a text in its record.  A level below 1
    or above the count gives the empty text and one report.  */
 VEK_API const char *vorn_vek_level2db(int level);
+
+/* Add a database of the user's, with the directory `path` as in a DATABASE
+   statement, make its table directories, move it to `level` and call
+   vorn_wrt_cfg, whose result does not count.
+   Result: 0 added, also when it stays at the end of the list, with a report,
+   because there is no such level; otherwise nothing is added, with a report: 1
+   name or path empty or too long (in silence: a path of blanks, or no memory),
+   2 the directory can be neither entered nor made, 3 the name is taken, 6 the
+   name is "shared".  */
+VEK_API int vorn_vek_db_add(const char *name, const char *path, int level);
+
+/* Remove a database from the list, not from the disk, and call vorn_wrt_cfg,
+   whose result does not count.  The levels of those behind it become lower.
+   `name` may be the text of the record that goes.
+   Result: 0 removed; 1 refused, with a report: it is the default for writing,
+   or there is none of that name.  */
+VEK_API int vorn_vek_db_remove(const char *name);
 
 /* Move a database to another level; those between close up.
    Result: 0 moved, or there already; 1 refused, with a report: a level below 1
@@ -557,6 +617,14 @@ VEK_API void F2C_DB_SEARCH(char *result, int result_size, int *length, int *foun
    process, with their values and what they do.  Prints nothing when none is
    set.  */
 VEK_API void printenvars(void);
+
+/* ---- Build ------------------------------------------------------------ */
+
+/* The release, such as "2026.1.0-CL1": a static text.  Either works before any
+   start.  The first also prints what identifies this build, to the process's
+   standard output and not through the core library.  */
+VEK_API const char *vek_version(void);
+VEK_API const char *vek_build_version(void);
 
 #ifdef __cplusplus
 }

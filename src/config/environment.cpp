@@ -30,12 +30,6 @@ static env_statement split(const char *line)
     return statement;
 }
 
-static bool is_environment(text_span keyword)
-{
-    char word[piece_size];
-    return text_copy(word, keyword) && vek_strcasecmp(word, "environment") == 0;
-}
-
 static void report_limit(const char *path, int line, const char *what, size_t limit)
 {
     report(REPORT_ERROR, caller,
@@ -96,7 +90,7 @@ int _cfg_read_file_env(char *path)
     for (int line = 1; platform_read_piece(file, vek_message_buf, piece_size); ++line) {
         vek_message_buf[strcspn(vek_message_buf, "!")] = '\0';
         env_statement statement = split(vek_message_buf);
-        if (is_environment(statement.keyword) && is_well_formed(statement, path, line))
+        if (text_is(statement.keyword, "environment") && is_well_formed(statement, path, line))
             result = set_variable(statement);
     }
     fclose(file);

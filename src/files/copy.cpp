@@ -9,6 +9,7 @@
 #include <cstring>
 
 bool vek_file_verbose = true;
+int vek_copy_error;
 
 void file_path_take(file_path *path, char *given)
 {
@@ -23,18 +24,22 @@ const char *name_for_message(file_path *path, char (&alias)[VEK_PATH_SIZE])
     return alias[0] == '\0' ? path->given : alias;
 }
 
-// A transfer that stops early is not noticed: the target stays as far as it
+// A transfer that stops early is not told of: the target stays as far as it
 // got.  Closes both files.
 static void transfer(FILE *source, FILE *target)
 {
     char block[512];
     size_t length;
+    vek_copy_error = 0;
     do {
         length = fread(block, 1, sizeof block, source);
-        fwrite(block, 1, length, target);
+        if ((length < sizeof block && ferror(source) != 0) ||
+            fwrite(block, 1, length, target) < length)
+            vek_copy_error = errno;
     } while (length == sizeof block);
     fclose(source);
-    fclose(target);
+    if (fclose(target) != 0)
+        vek_copy_error = errno;
 }
 
 // The system's text is taken first: finding the alias may change errno.

@@ -60,8 +60,14 @@ int vorn_vek_rename_file(char *old_path, char *new_path)
     return 0;
 }
 
-// The backup's name has "q" for the last character of the file's.  A file that
-// is its own backup is not removed, nor is one whose place is too long to be
+void turn_to_backup(char *path)
+{
+    size_t length = strlen(path);
+    if (length > 0)
+        path[length - 1] = 'q';
+}
+
+// A file that is its own backup is not removed, nor is one whose place is too long to be
 // written to again; copying is then refused, in words.
 int vek_backup_file(char *path)
 {
@@ -70,9 +76,8 @@ int vek_backup_file(char *path)
     if (vek_file_exists(file.text) == 0)
         return 1;
     file_path_take(&backup, file.text);
-    size_t length = strlen(backup.text);
-    backup.text[length - 1] = 'q';
-    if (length < VEK_PATH_SIZE && vek_strcasecmp(file.text, backup.text) != 0 &&
+    turn_to_backup(backup.text);
+    if (strlen(backup.text) < VEK_PATH_SIZE && vek_strcasecmp(file.text, backup.text) != 0 &&
         !platform_same_file(file.text, backup.text))
         platform_remove_file(backup.text);
     return vorn_vek_copy_file2file(file.given, backup.text);

@@ -7,6 +7,10 @@
 // files/copy.cpp.  While false, copying and deleting print no success lines.
 extern bool vek_file_verbose;
 
+// The system's error that cut the latest copy short; 0 for a copy that is whole.
+// The operations themselves do not look at it.
+extern int vek_copy_error;
+
 // A path that a caller has given.  Operations work on the copy, because the
 // caller's text may lie in a buffer that naming a file overwrites.  The copy
 // has room for any path that a system opens; a longer one is empty.
@@ -15,6 +19,10 @@ struct file_path {
     char text[4096];
 };
 void file_path_take(file_path *path, char *given);
+
+// files/file_operations.cpp.  Make the path of a file that of its backup, whose
+// name has "q" for the last character.
+void turn_to_backup(char *path);
 
 // The name of a file for a message: its alias, in `alias`.  A path too long to
 // have one stands for itself.  Turns "\" in both texts of the path.

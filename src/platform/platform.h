@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 
 // The current directory; false, also when it has no room in `width` bytes.
@@ -19,8 +20,20 @@ bool platform_opens_for_reading(const char *path);
 // Create or empty a file and close it again, without waiting for anybody.
 bool platform_create_file(const char *path);
 // Open for writing or appending, with fopen's mode.  A pipe does not open: it
-// could keep the caller waiting, or end the process when its reader leaves.
+// could keep the caller waiting, or end the process when its reader leaves.  A
+// file that does not open is not emptied either.
 FILE *platform_open_to_write(const char *path, const char *mode);
+
+// Have the system put on the disk what was written to a stream, or to a file
+// that is closed.  Where there is no disk, all is well.
+bool platform_flush(FILE *file);
+bool platform_flush_file(const char *path);
+
+// Hold a file against every process that holds it in this way, and wait until
+// no other does.  The file is opened as for appending, which creates it; -1 if
+// it does not open.  Where the file system knows no locks, nothing is held.
+intptr_t platform_hold_file(const char *path);
+void platform_let_go(intptr_t hold);
 
 // One piece of a line into `to`: at most width - 1 characters, the line feed
 // included, as fgets would take them from a file whose lines end in a line

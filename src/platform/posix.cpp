@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <strings.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -74,22 +75,80 @@ bool platform_create_file(const char *path)
     return true;
 }
 
-// The mode's first letter tells appending from writing anew.
+// Opening without blocking keeps a pipe without a reader from holding the
+// process.  *is_plain tells a regular file from a device.
+static int open_to_write(const char *path, int flags, bool *is_plain)
+{
+    int file = open(path, O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC | flags, 0666);
+    if (file < 0)
+        return -1;
+    struct stat status;
+    bool is_known = fstat(file, &status) == 0;
+    if (is_known && !S_ISFIFO(status.st_mode)) {
+        *is_plain = S_ISREG(status.st_mode);
+        return file;
+    }
+    close(file);
+    errno = ENXIO; // what a pipe without a reader gives
+    return -1;
+}
+
+// The mode's first letter tells appending from writing anew.  The file is
+// emptied when nothing can fail any more.
 FILE *platform_open_to_write(const char *path, const char *mode)
 {
-    int flags = O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC;
-    int file = open(path, flags | (*mode == 'a' ? O_APPEND : O_TRUNC), 0666);
+    int flags = *mode == 'a' ? O_APPEND : 0;
+    bool is_plain = false;
+    int file = open_to_write(path, flags, &is_plain);
     if (file < 0)
         return nullptr;
-    struct stat status;
-    bool is_pipe = fstat(file, &status) != 0 || S_ISFIFO(status.st_mode);
-    FILE *stream = nullptr;
-    errno = ENXIO; // what a pipe without a reader gives
-    if (!is_pipe && fcntl(file, F_SETFL, *mode == 'a' ? O_APPEND : 0) == 0)
-        stream = fdopen(file, mode);
+    FILE *stream = fcntl(file, F_SETFL, flags) == 0 ? fdopen(file, mode) : nullptr;
     if (stream == nullptr)
         close(file);
-    return stream;
+    if (stream == nullptr || flags == O_APPEND || !is_plain || ftruncate(file, 0) == 0)
+        return stream;
+    int reason = errno;
+    fclose(stream);
+    errno = reason;
+    return nullptr;
+}
+
+static bool flush(int file)
+{
+    return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
+}
+
+bool platform_flush(FILE *file)
+{
+    return fflush(file) == 0 && flush(fileno(file));
+}
+
+bool platform_flush_file(const char *path)
+{
+    int file = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    bool is_done = flush(file);
+    int reason = errno;
+    close(file);
+    errno = reason;
+    return is_done;
+}
+
+// This kind of lock belongs to the open file, so that it outlives the closing
+// of the same file by other ways.
+intptr_t platform_hold_file(const char *path)
+{
+    bool is_plain = false;
+    int file = open_to_write(path, O_APPEND, &is_plain);
+    while (file >= 0 && flock(file, LOCK_EX) != 0 && errno == EINTR)
+        continue;
+    return file;
+}
+
+void platform_let_go(intptr_t hold)
+{
+    close(static_cast<int>(hold));
 }
 
 bool platform_long_path(const char *, char *, size_t)

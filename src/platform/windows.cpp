@@ -54,6 +54,40 @@ FILE *platform_open_to_write(const char *path, const char *mode)
     return fopen(path, mode);
 }
 
+bool platform_flush(FILE *file)
+{
+    return fflush(file) == 0 && _commit(_fileno(file)) == 0;
+}
+
+// Only a file that is open for writing can be flushed.
+bool platform_flush_file(const char *path)
+{
+    int file = _open(path, _O_WRONLY | _O_NOINHERIT);
+    if (file < 0)
+        return false;
+    bool is_done = _commit(file) == 0;
+    _close(file);
+    return is_done;
+}
+
+// Locks bind everybody here.  The locked byte lies where no file has one, so
+// that the file can be read and written by other ways.
+intptr_t platform_hold_file(const char *path)
+{
+    int file = _open(path, _O_WRONLY | _O_CREAT | _O_APPEND | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    OVERLAPPED place = {};
+    place.OffsetHigh = 0x7fffffff;
+    if (file >= 0)
+        LockFileEx(reinterpret_cast<HANDLE>(_get_osfhandle(file)), LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0,
+                   &place);
+    return file;
+}
+
+void platform_let_go(intptr_t hold)
+{
+    _close(static_cast<int>(hold));
+}
+
 bool platform_long_path(const char *path, char *to, size_t width)
 {
     DWORD length = GetLongPathNameA(path, to, static_cast<DWORD>(width));

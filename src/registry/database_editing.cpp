@@ -1,4 +1,4 @@
-// Changing the order of the databases, and the database report.
+// Adding, removing and moving databases, and the database report.
 
 #include "host/message.h"
 #include "registry/registry.h"
@@ -86,6 +86,103 @@ int vek_db_setorder(const char *statement)
             return result;
         end = place - 1;
     }
+}
+
+// What is wrong with the operands of an addition, told.
+static bool can_be_added(const char *name, const char *path)
+{
+    constexpr const char *caller = "vorn_vek_db_add";
+    if (*name == '\0')
+        vek_err(caller, "A database name must be specified to add it to the vek_list.");
+    else if (*path == '\0')
+        vek_err(caller, "A database path must be specified to add it to the vek_list.");
+    else if (strlen(name) >= VEK_DB_NAME_SIZE)
+        report(REPORT_ERROR, caller, "The database alias name is too long (MAX length is %d).",
+               VEK_DB_NAME_SIZE - 1);
+    else if (strlen(path) >= VEK_PATH_SIZE)
+        report(REPORT_ERROR, caller, "The database path is too long (MAX length is %d).", 260);
+    else
+        return true;
+    return false;
+}
+
+static void report_refusal(int code, const char *name, const char *path)
+{
+    constexpr const char *caller = "vorn_vek_db_add";
+    if (code == 2)
+        report(REPORT_ERROR, caller, "Cannot add database : database path '%s' does not exist.",
+               path);
+    else if (code == 3)
+        report(REPORT_ERROR, caller, "Cannot add database : database name '%s' is already defined.",
+               name);
+    else if (code == 5)
+        report(REPORT_ERROR, caller,
+               "Cannot add database (unix) : database path '%s' contains whitespace.", path);
+    else if (code == 6)
+        report(REPORT_ERROR, caller,
+               "Cannot add database : database name '%s' is a reserved keyword.", name);
+}
+
+// The new database goes from the end of the list to the level that was wished.
+static void place(const char *name, int level)
+{
+    constexpr const char *caller = "vorn_vek_db_add";
+    if (level < 1 || level > number_of_veks)
+        report(REPORT_ERROR, caller,
+               "Level '%i' is invalid.  Database added to end of current list.", level);
+    else if (vorn_vek_db_reorder(name, level) != 0)
+        report(REPORT_ERROR, caller,
+               "Database '%s' reorder to level '%i' failed.  Database added to end of current "
+               "list.",
+               name, level);
+}
+
+// The operands are copied: they may lie in buffers that are used on the way.
+int vorn_vek_db_add(const char *name_given, const char *path_given, int level)
+{
+    char name[VEK_DB_NAME_SIZE];
+    char path[VEK_PATH_SIZE];
+    char statement[VEK_DB_NAME_SIZE + VEK_PATH_SIZE + 18];
+    name_given = text_or_empty(name_given);
+    path_given = text_or_empty(path_given);
+    if (!can_be_added(name_given, path_given))
+        return 1;
+    text_copy(name, name_given);
+    text_copy(path, path_given);
+    text_join(statement, {"DATABASE     ", name, "     ", path});
+    int code = vek_db_read(statement, vek_private_cfg_index);
+    if (code != 0) {
+        report_refusal(code, name, path);
+        return code;
+    }
+    vek_upd_vek_tbls(number_of_veks);
+    place(name, level);
+    vorn_wrt_cfg("vorn_vek_db_add", name);
+    return 0;
+}
+
+// The name may be the record's own, which goes with it.
+int vorn_vek_db_remove(const char *name)
+{
+    constexpr const char *caller = "vorn_vek_db_remove";
+    const char *chosen = vorn_vek_get_write_default();
+    if (chosen != nullptr && vek_strcasecmp(chosen, name) == 0) {
+        report(REPORT_ERROR, caller,
+               "The database : '%s' is the default for writing files.  Action ignored.",
+               text_or_empty(name));
+        return 1;
+    }
+    int level = vorn_vek_db2level(name);
+    if (level == -1) {
+        report(REPORT_ERROR, caller, "The database : '%s' does not exist.  Action ignored.",
+               text_or_empty(name));
+        return 1;
+    }
+    char spelled[VEK_DB_NAME_SIZE];
+    text_copy(spelled, name);
+    db_take_out(level);
+    vorn_wrt_cfg("vorn_vek_db_remove", spelled);
+    return 0;
 }
 
 static const char *mark_of(const vek_db_rec *db)

@@ -125,6 +125,35 @@ static void release(vek_db_rec *db)
     free(db);
 }
 
+// The tables of a removed database.  What a lookup gave from them stays good, so
+// they are kept for the rest of the process, in sight of leak checkers.
+struct removed_tables {
+    vek_tbl_rec **tbls;
+    removed_tables *next;
+};
+
+// The record's own block, cut down, holds on to the tables.
+static void release_but_tables(vek_db_rec *db)
+{
+    static removed_tables *last;
+    vek_tbl_rec **tbls = db->tbls;
+    void *block = realloc(db, sizeof *last);
+    removed_tables *kept = static_cast<removed_tables *>(block == nullptr ? db : block);
+    *kept = {tbls, last};
+    last = kept;
+}
+
+// Databases that a lower count hides close up as well.
+void db_take_out(int level)
+{
+    vek_db_rec **slot = vek_list + level - 1;
+    vek_db_rec *db = *slot;
+    memmove(slot, slot + 1, static_cast<size_t>(filled_slots - level) * sizeof *slot);
+    vek_list[--filled_slots] = nullptr;
+    --number_of_veks;
+    release_but_tables(db);
+}
+
 // Result: 0 stored, 1 not.
 static int store(const char *name, const char *path, int cfg_index)
 {

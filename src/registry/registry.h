@@ -28,6 +28,10 @@ void vek_testrig_add(const char *file_class, const char *value, int cfg_index);
 // level out of range.
 bool level_is_valid(int level, const char *caller);
 
+// registry/databases.cpp.  Take the database at a level out of the list and
+// release its record.
+void db_take_out(int level);
+
 // registry/table_directories.cpp.  Open a report file, which is emptied; null,
 // with a report, if it does not open.
 FILE *report_file_open(const char *path, const char *caller);

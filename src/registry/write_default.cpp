@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 static char *vek_write_default; // null until the first success
+static bool vek_write_default_updates_cfg = true;
 
 int vorn_vek_set_write_default(const char *name)
 {
@@ -22,12 +23,17 @@ int vorn_vek_set_write_default(const char *name)
         return 1;
     }
     text_copy(vek_write_default, VEK_DB_NAME_SIZE, name);
+    if (vek_write_default_updates_cfg)
+        vorn_wrt_cfg("vorn_vek_set_write_default", name);
     return 0;
 }
 
 int vorn_vek_set_write_default_no_cfg_update(const char *name)
 {
-    return vorn_vek_set_write_default(name);
+    vek_write_default_updates_cfg = false;
+    int result = vorn_vek_set_write_default(name);
+    vek_write_default_updates_cfg = true;
+    return result;
 }
 
 const char *vorn_vek_get_write_default()

@@ -25,6 +25,12 @@ bool text_begins(const char *text, const char *start)
     return strncmp(text, start, strlen(start)) == 0;
 }
 
+bool text_is(text_span text, const char *word)
+{
+    return text.length == strlen(word) &&
+           vek_strncasecmp(text.start, word, static_cast<int>(text.length)) == 0;
+}
+
 static bool is_space(char character)
 {
     return isspace(static_cast<unsigned char>(character)) != 0;

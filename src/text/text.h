@@ -32,6 +32,9 @@ struct text_span {
     size_t length;
 };
 
+// Whether the characters are this word, without regard to case.
+bool text_is(text_span text, const char *word);
+
 // Each takes the next piece from *text and moves *text behind it.  A piece of
 // length 0 says that there is none.
 text_span text_take_word(const char **text);                    // between white space

@@ -1,0 +1,60 @@
+// The statements that the private file gets from the running session.
+
+#include "config/private_file.h"
+#include "host/message.h"
+#include "records.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cstring>
+
+// What a reader of the statement would refuse, or take for the next line, is
+// not written.
+static bool can_stand_in_statement(const char *value)
+{
+    size_t length = strlen(value);
+    return length > 0 && length <= 180 && strchr(value, '\n') == nullptr;
+}
+
+bool write_environment(FILE *out, const char *variable, const char *end)
+{
+    // getenv alone would find "A=B" where A has a value that begins with "B=".
+    const char *value = strchr(variable, '=') == nullptr ? getenv(variable) : nullptr;
+    if (value == nullptr || !can_stand_in_statement(value))
+        return false;
+    fprintf(out, "%-14s%-22s", "ENVIRONMENT", variable);
+    fprintf(out, "   %s%s", value, end);
+    return true;
+}
+
+bool write_default(FILE *out, const char *end)
+{
+    const char *chosen = vorn_vek_get_write_default();
+    if (chosen == nullptr)
+        return false;
+    fprintf(out, "%-20s%s%s", "DEFAULT_WRITE_DB", chosen, end);
+    return true;
+}
+
+void write_database(FILE *out, const char *name, const char *end)
+{
+    char alias[VEK_PATH_SIZE];
+    text_copy(alias, name);
+    fprintf(out, "%-13s%-18s", "DATABASE", name);
+    fprintf(out, " %s%s", vorn_vek_alias2path(alias), end);
+}
+
+// The names that do not fit stay out, and so do those behind them.
+void write_order(FILE *out, const char *end)
+{
+    constexpr size_t limit = 265;
+    snprintf(vek_message_buf, sizeof vek_message_buf, "%-18s", "DATABASE_ORDER");
+    for (int level = 1; level <= db_count(); ++level) {
+        char piece[VEK_DB_NAME_SIZE + 2];
+        text_join(piece, {level == 1 ? "" : ", ", db_at(level)->name});
+        if (strlen(vek_message_buf) + strlen(piece) >= limit)
+            break;
+        text_append(vek_message_buf, piece);
+    }
+    fprintf(out, "%s%s", vek_message_buf, end);
+}

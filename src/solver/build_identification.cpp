@@ -1,0 +1,22 @@
+// Telling which build of the library this is.
+
+#include "solver/build_texts.h"
+#include "vek.h"
+
+#include <cstdio>
+
+// The texts lie in the library behind a marker by which tools find them there.
+const char *vek_version()
+{
+    constexpr size_t marker_length = sizeof "@(#)" - 1;
+    fputs("\n", stdout);
+    for (const char *const *text = vek_build_texts; *text != nullptr; ++text)
+        fprintf(stdout, "\n%s", *text + marker_length);
+    fputs("\n", stdout);
+    return vek_release_told;
+}
+
+const char *vek_build_version()
+{
+    return vek_release;
+}
