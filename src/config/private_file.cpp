@@ -123,15 +123,11 @@ static int write_text(FILE *out, FILE *old, const char *tag, const char *name)
 {
     static char buffer[16384]; // most files go to the system in one piece
     setvbuf(out, buffer, _IOFBF, sizeof buffer);
-    if (is_save(tag))
-        write_all_sections(out, tag, old);
-    else
-        rewrite_text(out, old, tag, name);
+    bool is_read = is_save(tag) ? write_all_sections(out, tag, old)
+                                : rewrite_text(out, old, tag, name);
     int error = finish(out);
-    if (error == 0 && ferror(old) != 0)
-        error = EIO;
     fclose(old);
-    return error;
+    return error == 0 && !is_read ? EIO : error;
 }
 
 // A save writes text as the system has it; a rewrite keeps every byte.

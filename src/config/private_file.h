@@ -22,12 +22,14 @@ void _vek_print_testrig_section(FILE *out, const char *tag);
 // config/private_file.cpp.  Whether the tag asks for a save from the session.
 bool is_save(const char *tag);
 
-// config/private_sections.cpp.  The header and all sections.
-void write_all_sections(FILE *out, const char *tag, FILE *old);
+// config/private_sections.cpp.  The header and all sections.  False if the old
+// text could not be read to its end.
+bool write_all_sections(FILE *out, const char *tag, FILE *old);
 
 // config/private_rewrite.cpp.  Write the old text with the statements that
-// follow the session brought up to date.  Both files are open for bytes.
-void rewrite_text(FILE *out, FILE *old, const char *tag, const char *name);
+// follow the session brought up to date.  Both files are open for bytes.  False
+// if the old text could not be read to its end.
+bool rewrite_text(FILE *out, FILE *old, const char *tag, const char *name);
 
 // config/private_statements.cpp.  Write a statement from what the process holds
 // now, with `end` behind it.  False, and nothing written, if the process has no

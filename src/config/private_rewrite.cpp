@@ -14,14 +14,14 @@ struct rewriting {
     const char *usual_end;
 };
 
-// For pieces that have no end of their own: that of the first line.
+// For pieces that have no end of their own: that of the first line.  Leaves the
+// file behind it.
 static const char *usual_end_of(FILE *file)
 {
     private_line line;
     const char *end = "";
     while (*end == '\0' && take_line(&line, file, piece_limit))
         end = end_of(&line, "");
-    rewind(file);
     return *end == '\0' ? "\n" : end;
 }
 
@@ -75,14 +75,17 @@ static const char *name_or_none(const char *name)
     return can_stand ? name : nullptr;
 }
 
-void rewrite_text(FILE *out, FILE *old, const char *tag, const char *name)
+bool rewrite_text(FILE *out, FILE *old, const char *tag, const char *name)
 {
     bool adds = vek_strcasecmp(tag, "vorn_vek_db_add") == 0;
     bool removes = vek_strcasecmp(tag, "vorn_vek_db_remove") == 0;
     name = name_or_none(name);
     rewriting now = {out, adds ? name : nullptr, removes ? name : nullptr, usual_end_of(old)};
+    if (fseek(old, 0, SEEK_SET) != 0)
+        return false;
     private_line line;
     while (take_line(&line, old, piece_limit))
         if (!replace_line(&now, &line))
             fwrite(line.text, 1, line.length, out);
+    return ferror(old) == 0;
 }

@@ -166,7 +166,7 @@ void _vek_print_testrig_section(FILE *out, const char *tag)
     fprintf(out, "%-12s %-18s %s\n", "!TESTRIG", "suspension", ".__MY_TESTRIG");
 }
 
-void write_all_sections(FILE *out, const char *tag, FILE *old)
+bool write_all_sections(FILE *out, const char *tag, FILE *old)
 {
     fprintf(out, "%s! ************  %s Private Configuration File  ************\n%s", rule,
             vek_product_string(), rule);
@@ -175,4 +175,5 @@ void write_all_sections(FILE *out, const char *tag, FILE *old)
     _vek_print_tbl_section(out, tag);
     _vek_print_propfile_section(out, tag);
     _vek_print_testrig_section(out, tag);
+    return old == nullptr || ferror(old) == 0;
 }

@@ -12,6 +12,7 @@ namespace host {
 Lines calls;
 std::optional<std::string> plugin_list;
 std::map<int, int> settings;
+int answer = 2;
 void (*when_print)(const char *text);
 
 Lines calls_of(const std::string &operation)
@@ -53,7 +54,7 @@ void vc_str_print(const char *text)
 int vc_alert(const char *kind, const char *message, const char *first, const char *second,
              const char *third, int default_button)
 {
-    return keep(2, "vc_alert", kind, message, first, second, third, default_button);
+    return keep(host::answer, "vc_alert", kind, message, first, second, third, default_button);
 }
 int vc_putenv(const char *name, const char *value)
 {

@@ -20,6 +20,7 @@ Lines printed();
 
 extern std::optional<std::string> plugin_list; // the model's, if there is one
 extern std::map<int, int> settings;            // by their id; 0 is the threshold
+extern int answer;                             // to an alert
 extern void (*when_print)(const char *text);   // called before a line is kept
 // Setting a variable to "fail" fails.
 

@@ -1,0 +1,107 @@
+#include "child.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <set>
+#include <sys/mman.h>
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
+#include <sys/user.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+std::string in_child(const std::function<std::string()> &operation)
+{
+    int ends[2];
+    if (pipe(ends) != 0)
+        abort();
+    pid_t child = fork();
+    if (child == 0) {
+        std::string answer = operation();
+        _exit(write(ends[1], answer.data(), answer.size()) == (ssize_t)answer.size() ? 0 : 1);
+    }
+    close(ends[1]);
+    std::string answer;
+    char block[4096];
+    for (ssize_t length; (length = read(ends[0], block, sizeof block)) > 0;)
+        answer.append(block, (size_t)length);
+    close(ends[0]);
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status == 0 ? answer : "died";
+}
+
+static bool manages_memory(long call)
+{
+    static const std::set<long> calls = {
+        SYS_mmap,     SYS_munmap,  SYS_mremap,         SYS_brk,
+        SYS_mprotect, SYS_madvise, SYS_rt_sigprocmask, SYS_exit_group};
+    return calls.contains(call);
+}
+
+// Leaves the answer in memory that the parent sees: writing it may be refused.
+static pid_t start_traced(const std::function<std::string()> &operation, char *answer, size_t width)
+{
+    pid_t child = fork();
+    if (child == 0) {
+        ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        raise(SIGSTOP);
+        operation().copy(answer, width - 1);
+        _exit(0);
+    }
+    waitpid(child, nullptr, 0);
+    ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
+    return child;
+}
+
+// Lets the child go on to the next beginning or end of a system call.
+static bool go_on(pid_t child, user_regs_struct *registers, int *status)
+{
+    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+    waitpid(child, status, 0);
+    return WIFSTOPPED(*status) && ptrace(PTRACE_GETREGS, child, nullptr, registers) == 0;
+}
+
+static void set_registers(pid_t child, user_regs_struct *registers, unsigned long long *one,
+                          long value)
+{
+    *one = (unsigned long long)value;
+    ptrace(PTRACE_SETREGS, child, nullptr, registers);
+}
+
+// Lets the child make all its calls but those that the wish is about.  Result:
+// how many there were.
+static int follow(pid_t child, const fault &wish, int *status)
+{
+    user_regs_struct registers = {};
+    int count = 0;
+    long refused = -1; // the kind of call
+    while (go_on(child, &registers, status)) {
+        long call = (long)registers.orig_rax;
+        bool is_due = ++count == wish.nth || (wish.for_good && call == refused);
+        if (is_due && wish.error == 0)
+            kill(child, SIGKILL);
+        is_due = is_due && wish.error != 0 && !manages_memory(call);
+        if (is_due)
+            set_registers(child, &registers, &registers.orig_rax, -1);
+        if (!go_on(child, &registers, status))
+            break;
+        if (is_due)
+            set_registers(child, &registers, &registers.rax, -wish.error);
+        refused = is_due ? call : refused;
+    }
+    return count;
+}
+
+bool run_with_fault(const fault &wish, const std::function<std::string()> &operation,
+                    std::string *answer)
+{
+    constexpr size_t width = 1 << 16;
+    void *shared = mmap(nullptr, width, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    int status = 0;
+    int count = follow(start_traced(operation, (char *)shared, width), wish, &status);
+    *answer = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? (char *)shared : "killed";
+    munmap(shared, width);
+    return count >= wish.nth;
+}
