@@ -32,11 +32,11 @@ std::string in_child(const std::function<std::string()> &operation)
     return status == 0 ? answer : "died";
 }
 
-static bool manages_memory(long call)
+static bool keeps_process_alive(long call)
 {
     static const std::set<long> calls = {
-        SYS_mmap,     SYS_munmap,  SYS_mremap,         SYS_brk,
-        SYS_mprotect, SYS_madvise, SYS_rt_sigprocmask, SYS_exit_group};
+        SYS_mmap,    SYS_munmap,         SYS_mremap,      SYS_brk,       SYS_mprotect,
+        SYS_madvise, SYS_rt_sigprocmask, SYS_sigaltstack, SYS_exit_group};
     return calls.contains(call);
 }
 
@@ -82,7 +82,7 @@ static int follow(pid_t child, const fault &wish, int *status)
         bool is_due = ++count == wish.nth || (wish.for_good && call == refused);
         if (is_due && wish.error == 0)
             kill(child, SIGKILL);
-        is_due = is_due && wish.error != 0 && !manages_memory(call);
+        is_due = is_due && wish.error != 0 && !keeps_process_alive(call);
         if (is_due)
             set_registers(child, &registers, &registers.orig_rax, -1);
         if (!go_on(child, &registers, status))

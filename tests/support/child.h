@@ -18,6 +18,6 @@ struct fault {
 
 // Runs the operation in a child with the fault.  Result: false if it made no
 // nth system call.  *answer becomes what the operation gave, or "killed".
-// Calls that manage memory are never refused.
+// Calls that manage memory and signals are never refused.
 bool run_with_fault(const fault &wish, const std::function<std::string()> &operation,
                     std::string *answer);
