@@ -23,6 +23,11 @@ extern "C" {
    or with 0 to standard output, where they go at first.  */
 HSK_API void hsk_output_to_error(int to_error);
 
+/* How many entries for the user were errors ("ERROR" or "ABORT" in front), and
+   how many warnings, so far.  */
+HSK_API int hsk_error_count(void);
+HSK_API int hsk_warning_count(void);
+
 /* Answer an alert to come with this button, 1 to 3.  Answers are used in the
    order in which they were queued; when none waits, the user is asked.
    Result: 0 queued; 1 no such button, or the queue is full.  */

@@ -12,6 +12,8 @@ static const int button_count = 3;
 static bool output_to_error = false;
 static int answers[HSK_ANSWER_COUNT];
 static int answers_waiting = 0;
+static int error_count = 0;
+static int warning_count = 0;
 
 static FILE *output()
 {
@@ -21,6 +23,16 @@ static FILE *output()
 void hsk_output_to_error(int to_error)
 {
     output_to_error = to_error != 0;
+}
+
+int hsk_error_count()
+{
+    return error_count;
+}
+
+int hsk_warning_count()
+{
+    return warning_count;
 }
 
 int hsk_queue_answer(int button)
@@ -39,11 +51,18 @@ static int take_answer()
     return first;
 }
 
+static bool begins(const char *text, const char *start)
+{
+    return text && strncmp(text, start, strlen(start)) == 0;
+}
+
 // Each entry is flushed, so that it keeps its place among the lines that the
 // process prints by other ways.
 HSK_API void vc_str_print(const char *text)
 {
     size_t length = text ? strlen(text) : 0;
+    error_count += begins(text, "ERROR") || begins(text, "ABORT") ? 1 : 0;
+    warning_count += begins(text, "WARNING") ? 1 : 0;
     if (length > 0)
         fwrite(text, 1, length, output());
     if (length == 0 || text[length - 1] != '\n')

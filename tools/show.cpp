@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 // Both searches write into the name that they are given, so each gets a copy.
-static std::string search(std::string name, const std::string &file_class)
+std::string search(std::string name, const std::string &file_class)
 {
     char *block = vorn_vek_search_file(file_class.c_str(), name.data(), 1);
     std::string path = block;

@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+// The real path of a name; empty if it is not found.
+std::string search(std::string name, const std::string &file_class);
+
 // One line for each name.  Result: how many of them were not found.
 int show_files(const std::vector<std::string> &names, const std::string &file_class, bool solver);
 

@@ -2,6 +2,9 @@
 // do, asks it one thing and prints the answer.
 
 #include "act.h"
+#include "check.h"
+#include "edit.h"
+#include "explain.h"
 #include "hsk_control.h"
 #include "session.h"
 #include "show.h"
@@ -13,7 +16,7 @@
 
 enum exit_status {
     EXIT_GOOD = 0,
-    EXIT_MISSING = 1, // a file is missing, or `session` went wrong
+    EXIT_MISSING = 1, // a file is missing, or what was asked for went wrong
     EXIT_USAGE = 2,
     EXIT_NO_SESSION = 3
 };
@@ -21,8 +24,11 @@ enum exit_status {
 struct request {
     session_options session;
     std::string file_class;
-    std::string database; // of a copy into one
+    std::string database; // that a file is copied into, or that is moved
     std::vector<std::string> names;
+    int level = 0; // 0: none is asked for
+    bool why = false;
+    bool all = false;
     std::string command;
 };
 
@@ -56,11 +62,44 @@ static CLI::App *add_command(CLI::App &app, request &asked, const char *name, co
     return command;
 }
 
+static void describe_find(CLI::App &app, request &asked)
+{
+    CLI::App *find =
+        add_command(app, asked, "find", "Print the real path of each name, in any form", "NAME", 0);
+    CLI::Option *file_class =
+        find->add_option("--class", asked.file_class, "File class of the names")
+            ->option_text("CLASS");
+    CLI::Option *why =
+        find->add_flag("--why", asked.why, "Also print every path that is tried, in order")
+            ->option_text(" ");
+    find->add_flag("--all", asked.all, "Print every level that holds the file of the class")
+        ->option_text(" ")
+        ->needs(file_class)
+        ->excludes(why);
+}
+
+static void describe_edits(CLI::App &app, request &asked)
+{
+    CLI::App *add =
+        add_command(app, asked, "add", "Add a database: a name and a directory", "NAME PATH", 2);
+    add->add_option("--level", asked.level, "Its level (default: the last)")->option_text("N");
+    add_command(app, asked, "remove", "Remove a database from the list", "NAME", 1);
+    CLI::App *move = app.add_subcommand(
+        "move", "Move a database to a level, and print the order; it is kept by a save only");
+    move->add_option("NAME", asked.database)->required();
+    move->add_option("LEVEL", asked.level)->required();
+    app.add_subcommand("default", "Set or print the default database for writing")
+        ->add_option("NAME", asked.names)
+        ->expected(0, 1);
+    app.add_subcommand("save", "Ask, and save the session to the private configuration file");
+    add_command(app, asked, "report", "Write a report, of databases or tables, to a file",
+                "WHAT FILE", 2);
+    add_command(app, asked, "new-database", "Make the directories of a new database", "PATH", 1);
+}
+
 static void describe_commands(CLI::App &app, request &asked)
 {
-    add_command(app, asked, "find", "Print the real path of each name, in any form", "NAME", 0)
-        ->add_option("--class", asked.file_class, "File class of the names")
-        ->option_text("CLASS");
+    describe_find(app, asked);
     add_command(app, asked, "alias", "Print the alias of each real path", "PATH", 0);
     CLI::App *copy = app.add_subcommand("copy", "Copy a file, or with --to-db into a database");
     copy->add_option("--to-db", asked.database, "The database; its table goes by the extension")
@@ -78,6 +117,9 @@ static void describe_commands(CLI::App &app, request &asked)
     app.add_subcommand("databases", "Print the databases in search order");
     app.add_subcommand("tables", "Print the tables");
     app.add_subcommand("session", "Only start, and say how it went");
+    app.add_subcommand("check", "Only start, and count errors and warnings; fails if there is one");
+    describe_edits(app, asked);
+    app.add_subcommand("version", "Print what identifies the build of the library");
     app.require_subcommand(1);
     app.footer(
         "Exit status: 0 all is well; 1 a file is missing, or what was asked for went wrong;\n"
@@ -100,11 +142,46 @@ static session_outcome start(const request &asked)
     return outcome;
 }
 
+static int find(const request &asked)
+{
+    if (asked.why)
+        return explain_search(asked.names, asked.file_class);
+    if (asked.all)
+        return show_all_copies(asked.names, asked.file_class);
+    return show_files(asked.names, asked.file_class, asked.session.solver);
+}
+
+static int edit(const request &asked)
+{
+    const std::vector<std::string> &words = asked.names;
+    if (asked.command == "add")
+        return add_database(words[0], words[1], asked.level);
+    if (asked.command == "remove")
+        return remove_database(words[0]);
+    if (asked.command == "move")
+        return move_database(asked.database, asked.level);
+    if (asked.command == "default")
+        return choose_default(words.empty() ? "" : words[0]);
+    if (asked.command == "report")
+        return write_report(words[0], words[1]);
+    if (asked.command == "new-database")
+        return make_database(words[0]);
+    return save_session();
+}
+
+static bool is_edit(const std::string &command)
+{
+    for (const char *known : {"add", "remove", "move", "default", "save", "report", "new-database"})
+        if (command == known)
+            return true;
+    return false;
+}
+
 // Result: 0 for well, as everywhere here.
 static int carry_out(const request &asked)
 {
     if (asked.command == "find")
-        return show_files(asked.names, asked.file_class, asked.session.solver);
+        return find(asked);
     if (asked.command == "alias")
         return show_aliases(asked.names);
     if (asked.command == "defaults")
@@ -115,13 +192,16 @@ static int carry_out(const request &asked)
         return show_tables();
     if (asked.command == "databases")
         return show_databases();
-    return act_on_files(asked.command, asked.names, asked.database);
+    return is_edit(asked.command) ? edit(asked)
+                                  : act_on_files(asked.command, asked.names, asked.database);
 }
 
 static int answer(const request &asked, const session_outcome &outcome)
 {
     if (outcome.code != 0)
         std::fprintf(stderr, "vekhost: %s\n", outcome.trouble.c_str());
+    if (asked.command == "check")
+        return check_session(asked.session, outcome) == 0 ? EXIT_GOOD : EXIT_MISSING;
     if (asked.command == "session") {
         show_session(outcome.code);
         return outcome.code == 0 ? EXIT_GOOD : EXIT_MISSING;
@@ -129,6 +209,19 @@ static int answer(const request &asked, const session_outcome &outcome)
     if (outcome.code != 0)
         return EXIT_NO_SESSION;
     return carry_out(asked) == 0 ? EXIT_GOOD : EXIT_MISSING;
+}
+
+// What is wrong with the words, beyond what the parser sees; null: nothing.
+static const char *misuse(const request &asked)
+{
+    bool is_product_only = asked.command == "check" || asked.why || asked.all;
+    if (asked.command == "copy" && asked.names.size() != (asked.database.empty() ? 2 : 1))
+        return "copy takes a source and a target, or a source and --to-db";
+    if (asked.command == "report" && asked.names[0] != "databases" && asked.names[0] != "tables")
+        return "report takes \"databases\" or \"tables\", and a file";
+    if (is_product_only && asked.session.solver)
+        return "check, find --why and find --all are for product sessions, not for --solver";
+    return nullptr;
 }
 
 int main(int count, char **words)
@@ -144,10 +237,13 @@ int main(int count, char **words)
     }
 
     asked.command = app.get_subcommands().front()->get_name();
-    if (asked.command == "copy" && asked.names.size() != (asked.database.empty() ? 2 : 1)) {
-        std::fprintf(stderr,
-                     "vekhost: copy takes a source and a target, or a source and --to-db\n");
+    if (const char *wrong = misuse(asked)) {
+        std::fprintf(stderr, "vekhost: %s\n", wrong);
         return EXIT_USAGE;
+    }
+    if (asked.command == "version") {
+        vek_version();
+        return EXIT_GOOD;
     }
 
     // The answers keep standard output to themselves, and their place among

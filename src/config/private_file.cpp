@@ -123,8 +123,8 @@ static int write_text(FILE *out, FILE *old, const char *tag, const char *name)
 {
     static char buffer[16384]; // most files go to the system in one piece
     setvbuf(out, buffer, _IOFBF, sizeof buffer);
-    bool is_read = is_save(tag) ? write_all_sections(out, tag, old)
-                                : rewrite_text(out, old, tag, name);
+    bool is_read =
+        is_save(tag) ? write_all_sections(out, tag, old) : rewrite_text(out, old, tag, name);
     int error = finish(out);
     fclose(old);
     return error == 0 && !is_read ? EIO : error;

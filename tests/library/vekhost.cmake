@@ -55,6 +55,51 @@ expect(0 "damper +none +none" defaults damper)
 set(ENV{VEHICLE_SOLVER_DEBUG} 7)
 expect(0 "OS-environment detected:  VEHICLE_SOLVER_DEBUG=7" env)
 expect(0 "find" --help)
-foreach(words "" "nonsense" "find" "copy;x" "copy;x;y;--to-db;z" "rename;x" "--nonsense;find;x" "--solver;--plugin;plug;find;x")
+
+# Why, and which of several; the levels are walked through only on request.
+set(none "No such file or directory")
+expect(1 "1 +private +dampers.tbl +${none} +${WORK_DIR}/private.vek/dampers.tbl/z.dpr\n.*not \"yes\".*not found\n$"
+       find --why --class damper "<private>/dampers.tbl/z.dpr")
+expect(0 "1 +vorn_shared +dampers.tbl +found +${shared}\n +${shared}\n$" find --why
+       "<shared>/dampers.tbl/a.dpr")
+set(ENV{KLV_VEK_SEARCH} yes)
+file(WRITE ${WORK_DIR}/only.dpr "")
+expect(0 "1 +- +- +${none} +a.dpr\n +2 +vorn_shared +dampers.tbl +found +${shared}\n +${shared}\n$" find --why
+       --class damper a.dpr)
+expect(0 "^a.dpr\n +1 +vorn_shared +wins +${shared}\n +2 +private +hidden +[^ ]+/private.vek/dampers.tbl/a.dpr\n$"
+       find --all --class damper a.dpr)
+expect(0 "1 +vorn_shared +hidden +[^\n]+\n +2 +private +wins " find --all --class damper
+       "<private>/dampers.tbl/a.dpr")
+expect(0 "- +- +wins +only.dpr\n$" find --all --class damper only.dpr)
+expect(1 "not found\n$" find --all --class damper none.dpr)
+unset(ENV{KLV_VEK_SEARCH})
+expect(1 "1 +vorn_shared +not searched .*not found\n$" find --all --class damper a.dpr)
+
+# Edits, each by a session of its own.
+expect(0 "^0 errors and 0 warnings in ${WORK_DIR}/vorn.cfg, ${WORK_DIR}/.vorn.cfg, ./plug.cfg\n$"
+       --plugin plug check)
+expect(0 "^$" add mine mine.vek)
+expect(0 "^$" add --level 1 other other.vek)
+expect(1 "^$" add other other.vek)
+expect(0 "1 +mine .*2 +vorn_shared .*3 +other " move mine 1)
+expect(1 "^$" move mine 9)
+expect(0 "^$" default mine)
+expect(0 "^mine\n$" default)
+expect(1 "^$" remove mine)
+expect(0 "^$" remove other)
+expect(0 "^$" save)
+expect(0 "^$" report databases db.txt)
+file(READ ${WORK_DIR}/db.txt report)
+if(NOT report MATCHES "\\*\\*mine")
+  message(SEND_ERROR "The report of databases is '${report}'")
+endif()
+expect(0 "^$" report tables tbl.txt)
+expect(0 "^$" new-database new.vek)
+expect(1 "^$" new-database new.vek)
+expect(0 "^\n\nQNS C .*QNS Release  ver: [0-9.]+-CL[0-9]+\n$" version)
+file(APPEND ${WORK_DIR}/.vorn.cfg "DATABASE\n")
+expect(1 "^2 errors and 2 warnings in " check)
+foreach(words "" "nonsense" "find" "copy;x" "copy;x;y;--to-db;z" "rename;x" "--nonsense;find;x" "--solver;--plugin;plug;find;x" "--solver;check"
+              "find;--all;x" "report;x;y" "move;x" "add;x")
   expect(2 "^$" ${words})
 endforeach()

@@ -1,0 +1,143 @@
+#include "explain.h"
+
+#include "show.h"
+#include "vek.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+struct attempt {
+    std::string path;
+    std::string database; // empty: none
+    std::string table;
+};
+
+// The operations write into the texts that they are given, so each gets a copy.
+static std::string full_path(std::string name)
+{
+    return vorn_vek_input2full(name.data());
+}
+
+static attempt attempt_of_name(const std::string &name)
+{
+    attempt tried = {full_path(name), "", ""};
+    std::string path = tried.path, scheme = "klvds://";
+    std::string alias = vorn_vek_path2alias(path.data());
+    if (alias.compare(0, scheme.size(), scheme) != 0)
+        return tried;
+    size_t slash = alias.find('/', scheme.size()), last = alias.rfind('/');
+    tried.database = alias.substr(scheme.size(), slash - scheme.size());
+    if (last > slash)
+        tried.table = alias.substr(slash + 1, last - slash - 1);
+    return tried;
+}
+
+// A name in the database "shared" has a second place.
+static void add_product_database(std::vector<attempt> &tries, const std::string &name)
+{
+    for (const char *start : {"<shared", "klvds://shared"}) {
+        size_t length = strlen(start);
+        if (name.compare(0, length, start) == 0 && (*start != '<' || name[length] == '>'))
+            tries.push_back(attempt_of_name(name.substr(0, length - strlen("shared")) +
+                                            vek_product_name() + "_shared" + name.substr(length)));
+    }
+}
+
+static attempt attempt_at_level(std::string name, const std::string &file_class, int level)
+{
+    const char *cls = file_class.c_str();
+    std::string directory = vorn_vek_get_tbl_path(cls, level);
+    std::string base = vorn_vek_input2base(name.data());
+    return {directory + "/" + base + "." + vorn_vek_class2ext(cls), vorn_vek_level2db(level),
+            vorn_vek_class2tbl(cls)};
+}
+
+static bool walks_levels()
+{
+    const char *wish = getenv("KLV_VEK_SEARCH");
+    return wish && strcmp(wish, "yes") == 0;
+}
+
+static std::vector<attempt> attempts(std::string name, const std::string &file_class)
+{
+    name = vorn_vek_nt2unix_path(name.data());
+    std::vector<attempt> tries = {attempt_of_name(name)};
+    add_product_database(tries, name);
+    for (int level = 1; walks_levels() && level <= vorn_vek_get_number_of_veks(); ++level)
+        tries.push_back(attempt_at_level(name, file_class, level));
+    return tries;
+}
+
+static std::string answer_of_system(const std::string &path)
+{
+    errno = 0;
+    if (vek_file_exists(path.c_str()))
+        return "found";
+    return errno == 0 ? "not a file" : strerror(errno);
+}
+
+static const char *or_dash(const std::string &text)
+{
+    return text.empty() ? "-" : text.c_str();
+}
+
+static bool explain_one(const std::string &name, const std::string &file_class)
+{
+    std::printf("%s\n", name.c_str());
+    int number = 0;
+    for (const attempt &tried : attempts(name, file_class)) {
+        std::string answer = answer_of_system(tried.path);
+        std::printf("  %2d  %-14s  %-14s  %-26s  %s\n", ++number, or_dash(tried.database),
+                    or_dash(tried.table), answer.c_str(), tried.path.c_str());
+        if (answer == "found")
+            break;
+    }
+    std::string path = search(name, file_class);
+    if (path.empty() && !walks_levels())
+        std::printf("  The levels are not searched, as KLV_VEK_SEARCH is not \"yes\".\n");
+    std::printf("  %s\n", path.empty() ? "not found" : path.c_str());
+    return !path.empty();
+}
+
+int explain_search(const std::vector<std::string> &names, const std::string &file_class)
+{
+    int missing = 0;
+    for (const std::string &name : names)
+        missing += explain_one(name, file_class) ? 0 : 1;
+    return missing;
+}
+
+static bool show_copies(const std::string &name, const std::string &file_class)
+{
+    const char *format = "  %5s  %-14s  %-12s  %s\n";
+    std::string winner = search(name, file_class);
+    bool is_shown = winner.empty();
+    std::printf("%s\n", name.c_str());
+    for (int level = 1; level <= vorn_vek_get_number_of_veks(); ++level) {
+        attempt tried = attempt_at_level(name, file_class, level);
+        if (!vek_file_exists(tried.path.c_str()))
+            continue;
+        bool wins = tried.path == winner;
+        is_shown = is_shown || wins;
+        std::printf(format, std::to_string(level).c_str(), tried.database.c_str(),
+                    wins             ? "wins"
+                    : winner.empty() ? "not searched"
+                                     : "hidden",
+                    tried.path.c_str());
+    }
+    if (!is_shown)
+        std::printf(format, "-", "-", "wins", winner.c_str());
+    if (winner.empty())
+        std::printf("  not found\n");
+    return !winner.empty();
+}
+
+int show_all_copies(const std::vector<std::string> &names, const std::string &file_class)
+{
+    int missing = 0;
+    for (const std::string &name : names)
+        missing += show_copies(name, file_class) ? 0 : 1;
+    return missing;
+}
