@@ -1,29 +1,43 @@
-# Writes the C source OUTPUT with the texts that identify a build: what the
-# compilers were told (from COMMANDS, the build's list of compile commands), on
-# which system, when, and for which release.  Run with cmake -P.
+# Writes the C source OUTPUT with the texts that identify a build of CONFIG:
+# what the compilers were told (from COMMANDS, the build's list of compile
+# commands), on which system, when, and for which release.  Run with cmake -P.
 
 cmake_minimum_required(VERSION 3.25)
 
-# The options of the command that compiles a source whose path ends in `tail`,
-# without those that only say which file is read or written.
-function(find_options variable tail)
-  set(found "")
-  file(READ ${COMMANDS} commands)
-  string(JSON count LENGTH ${commands})
-  math(EXPR last "${count} - 1")
-  foreach(i RANGE ${last})
-    string(JSON source GET ${commands} ${i} file)
-    if(source MATCHES "${tail}$")
-      string(JSON command GET ${commands} ${i} command)
-      separate_arguments(words UNIX_COMMAND ${command})
-      list(POP_FRONT words)
-      list(JOIN words " " found)
-      string(REGEX REPLACE "(^| )(-o|-c|-isystem) [^ ]+|(^| )-I[^ ]+" "" found "${found}")
-      string(STRIP "${found}" found)
-      break()
+# The options among the words of a command: not the compiler, nor what only says
+# which files are read and written.
+function(keep_options variable command)
+  separate_arguments(words UNIX_COMMAND "${command}")
+  list(POP_FRONT words)
+  set(kept "")
+  set(skips_next OFF)
+  foreach(word IN LISTS words)
+    if(skips_next)
+      set(skips_next OFF)
+    elseif(word MATCHES "^(-o|-c|-isystem)$")
+      set(skips_next ON)
+    elseif(NOT word MATCHES "^-I")
+      list(APPEND kept "${word}")
     endif()
   endforeach()
-  set(${variable} ${found} PARENT_SCOPE)
+  list(JOIN kept " " kept)
+  set(${variable} "${kept}" PARENT_SCOPE)
+endfunction()
+
+# The options of the command that makes the object of a source.
+function(find_options variable source)
+  file(READ ${COMMANDS} commands)
+  string(JSON count LENGTH "${commands}")
+  foreach(i RANGE 1 ${count})
+    math(EXPR i "${i} - 1")
+    string(JSON command GET "${commands}" ${i} command)
+    if(command MATCHES " -o [^ ]*\\.dir/(${CONFIG}/)?${source}\\.")
+      keep_options(options "${command}")
+      set(${variable} "${options}" PARENT_SCOPE)
+      return()
+    endif()
+  endforeach()
+  message(FATAL_ERROR "${COMMANDS} does not say how ${source} is compiled")
 endfunction()
 
 find_options(c_options build_texts.c)

@@ -321,14 +321,16 @@ VEK_API int vorn_vek_db2level(const char *name);
    or above the count gives the empty text and one report.  */
 VEK_API const char *vorn_vek_level2db(int level);
 
-/* Add a database of the user's, with the directory `path` as in a DATABASE
-   statement, make its table directories, move it to `level` and call
+/* Add a database of the user's by vek_db_read, make its table directories by
+   vek_upd_vek_tbls, move it to `level` by vorn_vek_db_reorder and call
    vorn_wrt_cfg, whose result does not count.
-   Result: 0 added, also when it stays at the end of the list, with a report,
-   because there is no such level; otherwise nothing is added, with a report: 1
-   name or path empty or too long (in silence: a path of blanks, or no memory),
-   2 the directory can be neither entered nor made, 3 the name is taken, 6 the
-   name is "shared".  */
+   Result: 0 added, also when it stays at the end of the list, with a report;
+   otherwise nothing is added: 1, with a report, for a name or path that is
+   empty or too long, else the code of vek_db_read, with a report for 2, 3 and
+   6.
+   The next session finds it in the private file if that can hold it: a name or
+   path with "!", a name of two words, and a path of more than 234 characters
+   are lost with the session.  */
 VEK_API int vorn_vek_db_add(const char *name, const char *path, int level);
 
 /* Remove a database from the list, not from the disk, and call vorn_wrt_cfg,
@@ -340,7 +342,8 @@ VEK_API int vorn_vek_db_remove(const char *name);
 
 /* Move a database to another level; those between close up.
    Result: 0 moved, or there already; 1 refused, with a report: a level below 1
-   or above the count, or no such database.  */
+   or above the count, or no such database.  1 comes also, in silence, for a
+   level that only a count set by the host promises.  */
 VEK_API int vorn_vek_db_reorder(const char *name, int level);
 
 /* Put the databases of a DATABASE_ORDER statement, their names with commas

@@ -2,6 +2,8 @@
 
 #include "support/scratch.h"
 
+#include <regex>
+
 class Solver : public Scratch {
   protected:
     Solver()
@@ -86,4 +88,30 @@ TEST_F(Solver, WithoutDatabasesTestsPlainPaths)
                 "ERROR: VEK database not initialized properly...\n"});
     Text name("none");
     EXPECT_EQ(db_search(name, "", nullptr), +name);
+}
+
+TEST(Build, IsIdentifiedBeforeAnyStart)
+{
+    testing::internal::CaptureStdout();
+    const char *release = vek_build_version();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    testing::internal::CaptureStdout();
+    const char *told = vek_version();
+    std::string text = testing::internal::GetCapturedStdout();
+    EXPECT_NE(told, release);
+    EXPECT_STREQ(told, release);
+    std::smatch parts;
+    ASSERT_TRUE(std::regex_match(
+        text, parts,
+        std::regex("\n\nQNS C       opts: \\((-.*)\\)\nQNS C\\+\\+     opts: \\((-.*)\\)\n"
+                   "QNS Fortran opts: \\(\\)\nQNS Utility  lib: vek\nQNS Compile   os: (\\S+ .+)\n"
+                   "QNS Compile date: (\\d{4})-(\\d\\d)-(\\d\\d) (\\d\\d):(\\d\\d):\\d\\d\n"
+                   "QNS Compile  ver: (\\d{8}\\.\\d{4})\n"
+                   "QNS Release  ver: (\\d{4}\\.\\d+\\.\\d+-CL\\d+)\n")))
+        << text;
+    EXPECT_EQ(parts[4].str() + parts[5].str() + parts[6].str() + "." + parts[7].str() +
+                  parts[8].str(),
+              parts[9]);
+    EXPECT_EQ(parts[10], release);
+    EXPECT_EQ(host::calls, Lines{});
 }

@@ -46,6 +46,16 @@ static void tell_of_kept_copy()
     report(REPORT_ERROR, caller, "The previous text is kept in file %s.", copy_path);
 }
 
+// Until the user has taken the kept copy away, what the file holds is no text to
+// go on from, nor one to make a backup of.
+static bool waits_for_user()
+{
+    copy_is_kept = copy_is_kept && vek_file_exists(copy_path) != 0;
+    if (copy_is_kept)
+        tell_of_kept_copy();
+    return copy_is_kept;
+}
+
 static int warn_of_unwritable_file(const char *path)
 {
     if (vek_cfg_warn_unwritable) {
@@ -152,11 +162,6 @@ static int write_over(char *path, const char *tag, const char *name)
 // `backup` is the path of a whole backup, or null.
 static int replace_text(char *path, const char *backup, const char *tag, const char *name)
 {
-    if (copy_is_kept && vek_file_exists(copy_path) != 0) {
-        tell_of_kept_copy();
-        return 0;
-    }
-    copy_is_kept = false;
     if (!copy_aside(path))
         return 0;
     int result = platform_flush_file(backup == nullptr ? copy_path : backup)
@@ -184,6 +189,8 @@ static bool back_up(char *path, backup_wish wish)
 // The file is held from before its backup to the end.
 static int update(char *path, const char *tag, const char *name, backup_wish wish)
 {
+    if (waits_for_user())
+        return 0;
     bool was_there = vek_file_exists(path) != 0;
     intptr_t hold = platform_hold_file(path);
     if (hold < 0 && wish != BACKUP_TOLD)

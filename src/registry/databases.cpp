@@ -137,6 +137,10 @@ static void release_but_tables(vek_db_rec *db)
 {
     static removed_tables *last;
     vek_tbl_rec **tbls = db->tbls;
+    if (tbls == nullptr) {
+        free(db);
+        return;
+    }
     void *block = realloc(db, sizeof *last);
     removed_tables *kept = static_cast<removed_tables *>(block == nullptr ? db : block);
     *kept = {tbls, last};
