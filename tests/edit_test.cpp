@@ -1,22 +1,8 @@
-// Editing the list of databases while the session runs, and what a next session
-// has of it.
+// Editing the list of databases while the session runs.
 
-#include "support/child.h"
 #include "support/scratch.h"
 
-#include <algorithm>
-#include <filesystem>
-#include <random>
-
 class Edits : public Scratch {};
-
-static std::string names()
-{
-    std::string all;
-    for (int level = 1; level <= vorn_vek_get_number_of_veks(); ++level)
-        all += (level == 1 ? "" : " ") + std::string(vorn_vek_level2db(level));
-    return all;
-}
 
 static int edit(const Lines &row)
 {
@@ -76,95 +62,4 @@ TEST_F(Edits, ARemovedDatabaseLeavesItsTablesBehind)
     vek_set_number_of_veks(3);
     EXPECT_EQ(vorn_vek_db_add("e", "e", 2), 0);
     EXPECT_EQ(names(), "b e vorn_shared private");
-}
-
-// The user's databases, in order or by name, and the default for writing.
-static std::string personal(bool in_order)
-{
-    Lines found;
-    for (const std::string &row : databases())
-        if (row.find(" 1: ") != row.npos)
-            found.push_back(row.substr(0, row.find(" 1: ")) + "\n");
-    if (!in_order)
-        std::sort(found.begin(), found.end());
-    std::string all = std::string("default ") + vorn_vek_get_write_default() + "\n";
-    for (const std::string &row : found)
-        all += row;
-    return all;
-}
-
-static std::string class_defaults()
-{
-    std::string all;
-    for (const char *name : {"damper", "Damper", "spring"})
-        all += std::string(vorn_vek_get_def_propfile(name)) + " " + vorn_vek_get_def_testrig(name) +
-               "\n";
-    return all;
-}
-
-// One session's edits, at random.  What a next one must find: defaults of
-// classes and the order are kept by a save only.
-static std::string edit_at_random(unsigned seed, bool searches)
-{
-    std::minstd_rand random(seed);
-    auto one_of = [&](const Lines &texts) { return texts[random() % texts.size()]; };
-    const Lines pool = {"private", "a", "b", "c-d", "E.f", "[g]", "%s"};
-    std::string saved = class_defaults(), order;
-    for (int left = 3 + (int)(random() % 8); left > 0; --left) {
-        std::string name = one_of(pool), path = one_of({"p", "q r", "$HOME/s", "t~u", "./v//"});
-        order = "";
-        switch (random() % 6) {
-        case 0:
-            vorn_vek_db_add(name.c_str(), path.c_str(), (int)(random() % 5));
-            break;
-        case 1:
-            vorn_vek_db_remove(name.c_str());
-            break;
-        case 2:
-            vorn_vek_db_reorder(name.c_str(), 1 + (int)(random() % 4));
-            break;
-        case 3:
-            vorn_vek_set_write_default(name.c_str());
-            break;
-        case 4:
-            vorn_vek_set_def_propfile(
-                one_of({"damper", "Damper"}).c_str(),
-                Text(one_of({"$HOME/x.dpr", "shared.vek/dampers.tbl/y.dpr"})));
-            vorn_vek_set_def_testrig(one_of({"damper", "spring"}).c_str(), name.c_str());
-            break;
-        default:
-            host::answer = 1 + (int)(random() % 2);
-            EXPECT_EQ(vorn_sav_cfg(), 1);
-            saved = class_defaults();
-            order = personal(true) + (searches ? names() : "");
-        }
-    }
-    return personal(false) + saved + order;
-}
-
-TEST_F(Edits, ANextSessionHasThem)
-{
-    write_file("x.dpr");
-    write_file("shared.vek/dampers.tbl/y.dpr");
-    set("KLV_VORN", "inst");
-    write_file("inst/vorn.cfg", shared_cfg);
-    for (unsigned seed = 1; seed <= 300; ++seed) {
-        bool searches = seed % 2 == 0;
-        set("KLV_VEK_SEARCH", searches ? "yes" : "no");
-        std::filesystem::remove(".vorn.cfg");
-        auto start = [] {
-            set_product("vorn");
-            return vorn_vek_init("vorn") == 0;
-        };
-        std::string left =
-            in_child([&] { return start() ? edit_at_random(seed, searches) : said(); });
-        std::string found = in_child([&] {
-            if (!start())
-                return said();
-            std::string all = personal(false) + class_defaults();
-            return left.size() == all.size() ? all
-                                             : all + personal(true) + (searches ? names() : "");
-        });
-        ASSERT_EQ(found, left) << "seed " << seed << "\n" << read_file(".vorn.cfg");
-    }
 }

@@ -54,6 +54,13 @@ std::string read_file(const std::string &path)
     return text.str();
 }
 
+std::string read_text(const std::string &path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
 Lines listing(const std::string &dir)
 {
     Lines names;
@@ -151,6 +158,14 @@ int add_database(const std::string &operands, int cfg_index)
 int add_table(const std::string &operands, int cfg_index)
 {
     return vek_tbl_read(("TABLE " + operands).c_str(), cfg_index);
+}
+
+std::string names()
+{
+    std::string all;
+    for (int level = 1; level <= vorn_vek_get_number_of_veks(); ++level)
+        all += (level == 1 ? "" : " ") + std::string(vorn_vek_level2db(level));
+    return all;
 }
 
 Lines databases()

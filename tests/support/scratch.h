@@ -27,7 +27,8 @@ void set(const std::string &name, const std::string &value); // in the environme
 void make_dir(const std::string &path);                      // with its parents
 void write_file(const std::string &path, const std::string &text = "");
 std::string read_file(const std::string &path);
-Lines listing(const std::string &dir); // its entries, sorted
+std::string read_text(const std::string &path); // with line ends as a program reads them
+Lines listing(const std::string &dir);          // its entries, sorted
 // A database in which nobody can make the probe file, root included, has it as a
 // directory.
 constexpr char probe_file[] = "/tmp_bedwvorn.txt";
@@ -81,6 +82,7 @@ std::string said();
 int add_database(const std::string &operands, int cfg_index = 0);
 int add_table(const std::string &operands, int cfg_index = 0);
 
+std::string names(); // of the databases, in order, with blanks between them
 // Databases as "name path index: class index, ...".
 Lines databases();
 

@@ -1,0 +1,192 @@
+// The private file between processes: what a next session finds in it, the wait
+// for each other's updates, and what is left when the system refuses or kills.
+
+#include "platform/platform.h"
+#include "support/child.h"
+#include "support/scratch.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <random>
+#include <set>
+#include <unistd.h>
+
+static const char file[] = ".vorn.cfg";
+static const char backup[] = ".vorn.cfq";
+
+class Processes : public Scratch {};
+
+// The user's databases, in order or by name, and the default for writing.
+static std::string personal(bool in_order)
+{
+    Lines found;
+    for (const std::string &row : databases())
+        if (row.find(" 1: ") != row.npos)
+            found.push_back(row.substr(0, row.find(" 1: ")) + "\n");
+    if (!in_order)
+        std::sort(found.begin(), found.end());
+    std::string all = std::string("default ") + vorn_vek_get_write_default() + "\n";
+    for (const std::string &row : found)
+        all += row;
+    return all;
+}
+
+static std::string class_defaults()
+{
+    std::string all;
+    for (const char *name : {"damper", "Damper", "spring"})
+        all += std::string(vorn_vek_get_def_propfile(name)) + " " + vorn_vek_get_def_testrig(name) +
+               "\n";
+    return all;
+}
+
+// One session's edits, at random.  What a next one must find: defaults of
+// classes and the order are kept by a save only.
+static std::string edit_at_random(unsigned seed, bool searches)
+{
+    std::minstd_rand random(seed);
+    auto one_of = [&](const Lines &texts) { return texts[random() % texts.size()]; };
+    const Lines pool = {"private", "a", "b", "c-d", "E.f", "[g]", "%s"};
+    std::string saved = class_defaults(), order;
+    for (int left = 3 + (int)(random() % 8); left > 0; --left) {
+        std::string name = one_of(pool), path = one_of({"p", "q r", "$HOME/s", "t~u", "./v//"});
+        order = "";
+        switch (random() % 6) {
+        case 0:
+            vorn_vek_db_add(name.c_str(), path.c_str(), (int)(random() % 5));
+            break;
+        case 1:
+            vorn_vek_db_remove(name.c_str());
+            break;
+        case 2:
+            vorn_vek_db_reorder(name.c_str(), 1 + (int)(random() % 4));
+            break;
+        case 3:
+            vorn_vek_set_write_default(name.c_str());
+            break;
+        case 4:
+            vorn_vek_set_def_propfile(
+                one_of({"damper", "Damper"}).c_str(),
+                Text(one_of({"$HOME/x.dpr", "shared.vek/dampers.tbl/y.dpr"})));
+            vorn_vek_set_def_testrig(one_of({"damper", "spring"}).c_str(), name.c_str());
+            break;
+        default:
+            host::answer = 1 + (int)(random() % 2);
+            EXPECT_EQ(vorn_sav_cfg(), 1);
+            saved = class_defaults();
+            order = personal(true) + (searches ? names() : "");
+        }
+    }
+    return personal(false) + saved + order;
+}
+
+TEST_F(Processes, ANextSessionHasTheEditsOfTheLast)
+{
+    write_file("x.dpr");
+    write_file("shared.vek/dampers.tbl/y.dpr");
+    set("KLV_VORN", "inst");
+    write_file("inst/vorn.cfg", shared_cfg);
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        bool searches = seed % 2 == 0;
+        set("KLV_VEK_SEARCH", searches ? "yes" : "no");
+        std::filesystem::remove(".vorn.cfg");
+        auto start = [] {
+            set_product("vorn");
+            return vorn_vek_init("vorn") == 0;
+        };
+        std::string left =
+            in_child([&] { return start() ? edit_at_random(seed, searches) : said(); });
+        std::string found = in_child([&] {
+            if (!start())
+                return said();
+            std::string all = personal(false) + class_defaults();
+            return left.size() == all.size() ? all
+                                             : all + personal(true) + (searches ? names() : "");
+        });
+        ASSERT_EQ(found, left) << "seed " << seed << "\n" << read_file(".vorn.cfg");
+    }
+}
+
+TEST_F(Processes, WaitForEachOthersUpdates)
+{
+    start_session();
+    host::printed();
+    const std::string other = "! of the other process\n";
+    int held[2];
+    ASSERT_EQ(pipe(held), 0);
+    if (fork() == 0) {
+        intptr_t hold = platform_hold_file(file);
+        if (write(held[1], "x", 1) == 1)
+            usleep(100000);
+        write_file(file, other);
+        platform_let_go(hold);
+        _exit(0);
+    }
+    char byte;
+    ASSERT_EQ(read(held[0], &byte, 1), 1);
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+    EXPECT_EQ(read_file(backup) + read_file(file), other + other);
+}
+
+// Whatever is refused, the file has its old text or the new one as the result
+// says, or the user is told where the old one is.
+static std::string fault_in(const std::string &answer, const std::string &old,
+                            const std::string &fresh, const std::string &copy)
+{
+    const std::string text = read_file(file);
+    if (answer == "killed")
+        return text == old || text == fresh || read_file(backup) == old || read_file(copy) == old
+                   ? ""
+                   : "lost by a kill";
+    if (answer[0] == '1')
+        return text == fresh ? "" : "not written";
+    if (answer.find("ERROR") == answer.npos && answer.find("WARNING") == answer.npos)
+        return "not told";
+    if (text == old)
+        return "";
+    bool is_kept = read_file(copy) == old &&
+                   answer.find("The previous text is kept in file " + copy + ".") != answer.npos;
+    return is_kept ? "" : "lost by a refusal";
+}
+
+TEST_F(Processes, TextIsNotLostWhateverTheSystemRefuses)
+{
+    set("SET", "a value");
+    start_session();
+    host::printed();
+    const std::string copy = std::string(vorn_vek_tmp_file_path()) + "tmp_cfg_file";
+    const std::string old = "ENVIRONMENT SET x\nENVIRONMENT UNSET x\nDATABASE goes x\n"
+                            "DEFAULT_WRITE_DB x\n" +
+                            xs(5000) + "\n";
+    std::set<int> reached;
+    for (int kind : {0, 1, 2}) { // an update, and the answers of a save
+        auto update = [&] {
+            host::answer = kind;
+            int result = kind == 0 ? vorn_wrt_cfg("vorn_vek_db_add", "private") : vorn_sav_cfg();
+            return std::to_string(result) + said();
+        };
+        auto prepare = [&] {
+            write_file(file, old);
+            std::filesystem::remove(backup);
+            std::filesystem::remove(copy);
+        };
+        prepare();
+        in_child(update);
+        const std::string fresh = read_file(file);
+        EXPECT_NE(fresh, old);
+        for (fault wish : {fault{1, 0, false}, fault{1, EIO, false}, fault{1, ENOSPC, true}})
+            for (bool is_over = false; !is_over; ++wish.nth) {
+                std::string answer;
+                prepare();
+                is_over = !run_with_fault(wish, update, &answer);
+                EXPECT_EQ(fault_in(answer, old, fresh, copy), "")
+                    << kind << " " << wish.nth << " " << wish.error << "\n"
+                    << answer;
+                EXPECT_TRUE(wish.error == 0 || answer != "killed") << wish.nth;
+                reached.insert(wish.nth);
+            }
+    }
+    EXPECT_GT(reached.size(), 30u);
+    std::filesystem::remove(copy);
+}
