@@ -5,9 +5,6 @@
 #include <filesystem>
 #include <map>
 #include <sstream>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -41,10 +38,10 @@ TEST_F(Files, AreCopiedMovedAndDeleted)
 {
     make_dir("dir");
     fs::create_symlink("a.dpr", "other_name");
-    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    make_pipe("pipe");
     write_file("own.x", "kept");
     fs::create_hard_link("own.x", "own.q");
-    alarm(10); // ends a process that waits for a pipe
+    end_in(10); // ends a process that waits for a pipe
     for (const Case &row : cases("file_operations")) {
         std::string result, operation, first, second;
         std::istringstream(put_out(row.head)) >> result >> operation >> first >> second;
@@ -52,7 +49,7 @@ TEST_F(Files, AreCopiedMovedAndDeleted)
             << row.head;
         EXPECT_EQ(said(), row.said) << row.head;
     }
-    alarm(0);
+    end_in(0);
 }
 
 TEST_F(Files, AreCopiedWholeWhateverTheirSize)
@@ -76,24 +73,6 @@ TEST_F(Files, OfAnUnknownExtensionGoToTheRootDirectory)
         EXPECT_NE(line.find("'file:///" + name + "'"), line.npos) << line;
         fs::remove("/" + name);
     }
-}
-
-TEST_F(Files, HaveATemporaryDirectoryOfTheirOwn)
-{
-    make_dir("dir");
-    set("TMPDIR", home + "/dir");
-    const std::string dir = vorn_vek_tmp_file_path();
-    EXPECT_TRUE(dir.starts_with(home + "/dir/") && dir.ends_with("/")) << dir;
-    struct stat status;
-    ASSERT_EQ(stat(dir.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0700u);
-    set("TMPDIR", home);
-    EXPECT_EQ(vorn_vek_tmp_file_path(), dir);
-    if (fork() == 0)
-        exit(0);
-    wait(nullptr);
-    EXPECT_TRUE(fs::exists(dir)); // a child that ends leaves it alone
-    EXPECT_EQ(vorn_vek_get_file_separator() + std::to_string(vorn_vek_inherit_permissions()), "/0");
 }
 
 TEST_F(Files, AreNamedInTheLibrarysOwnBuffers)

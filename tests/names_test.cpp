@@ -78,7 +78,7 @@ TEST_F(Names, BecomeOneAnother)
     const char *expanded = vorn_vek_expand2full(name);
     vorn_vek_input2full(other);
     EXPECT_STREQ(expanded, "u/private.vek/x.dpr");
-    unsetenv("KLV_VEK_EXPAND_PATH");
+    unset("KLV_VEK_EXPAND_PATH");
     EXPECT_STREQ(vorn_vek_expand2full(other), "u/private.vek/y");
 }
 

@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <random>
 #include <set>
+#include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 static const char file[] = ".vorn.cfg";
@@ -189,4 +191,22 @@ TEST_F(Processes, TextIsNotLostWhateverTheSystemRefuses)
     }
     EXPECT_GT(reached.size(), 30u);
     std::filesystem::remove(copy);
+}
+
+TEST_F(Processes, HaveTemporaryDirectoriesOfTheirOwn)
+{
+    make_dir("dir");
+    set("TMPDIR", home + "/dir");
+    const std::string dir = vorn_vek_tmp_file_path();
+    EXPECT_TRUE(dir.starts_with(home + "/dir/") && dir.ends_with("/")) << dir;
+    struct stat status;
+    ASSERT_EQ(stat(dir.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700u);
+    set("TMPDIR", home);
+    EXPECT_EQ(vorn_vek_tmp_file_path(), dir);
+    if (fork() == 0)
+        exit(0);
+    wait(nullptr);
+    EXPECT_TRUE(std::filesystem::exists(dir)); // a child that ends leaves it alone
+    EXPECT_EQ(vorn_vek_get_file_separator() + std::to_string(vorn_vek_inherit_permissions()), "/0");
 }

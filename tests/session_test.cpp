@@ -54,7 +54,7 @@ TEST_F(Session, TheFirstSharedFileThatExistsIsTaken)
     }
     EXPECT_EQ(chk_cfg_files("plug"), (Lines{"2", "", "as before", "as before"}));
     write_file("plug/plug.cfg"); // would be that of an empty topdir
-    unsetenv("topdir");
+    unset("topdir");
     vek_set_interface_mode();
     EXPECT_EQ(chk_cfg_files("plug")[0], "1");
     EXPECT_EQ(host::printed(),
@@ -87,8 +87,8 @@ TEST_F(Session, FindsTheSiteFileAndMakesThePrivateOne)
     }
     set("KLV_VORN_PRIVATE_CFG", dir + "/" + xs(65));
     EXPECT_EQ(chk_cfg_files("plug")[3], dir + "/" + xs(65));
-    unsetenv("KLV_VORN_PRIVATE_CFG");
-    unsetenv("HOME");
+    unset("KLV_VORN_PRIVATE_CFG");
+    unset("HOME");
     EXPECT_EQ(chk_cfg_files("plug")[3], "./.vorn.cfg");
     for (size_t length : {267, 266}) { // of a path, which may have 266
         const std::string deep = dir + "/" + xs(length - 210);

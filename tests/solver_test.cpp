@@ -60,7 +60,7 @@ TEST_P(ASetUp, RunsOnce)
         host::plugin_list = row[2];
     set("QNS_PRODUCT_NAME", "ZAPT");
     expect("none", 1, "none");
-    unsetenv("QNS_PRODUCT_NAME");
+    unset("QNS_PRODUCT_NAME");
     Lines lines(row.begin() + 3, row.end());
     lines[0] = "";
     lines.push_back("");

@@ -3,9 +3,6 @@
 #include "support/failing_malloc.h"
 #include "support/scratch.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 class Message : public Scratch {};
 class TextOperation : public Scratch {};
 
@@ -77,10 +74,10 @@ TEST_F(TextOperation, CleansAndTurnsSeparators)
     check(vorn_vek_nt2unix_path, {{"a\\b\nc\\d", "a/b\nc\\d"}, {"\n\\", "\n\\"}});
     check(_vek_getlongpath, "a~1/b=a~1/b");
     write_file("file");
-    ASSERT_EQ(mkfifo("pipe", 0600), 0);
-    alarm(10); // ends a process that waits for somebody to write
+    make_pipe("pipe");
+    end_in(10); // ends a process that waits for somebody to write
     vek_file_exists("pipe");
-    alarm(0);
+    end_in(0);
     EXPECT_EQ(vek_file_exists("file"), 1);
     EXPECT_EQ(vek_file_exists("none") + vek_file_exists(".") + vek_file_exists(""), 0);
 }

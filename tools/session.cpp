@@ -3,12 +3,13 @@
 #include "hsk_control.h"
 #include "vek.h"
 
-#include <cstdlib>
+// The core library sets variables for everybody in the process.
+extern "C" int vc_putenv(const char *name, const char *value);
 
 static void name_product(const session_options &options)
 {
     if (!options.product.empty())
-        setenv("KLV_PRODUCT_NAME", options.product.c_str(), 1);
+        vc_putenv("KLV_PRODUCT_NAME", options.product.c_str());
 }
 
 static session_outcome start(const std::string &name)

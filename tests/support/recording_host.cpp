@@ -1,5 +1,7 @@
 #include "recording_host.h"
 
+#include "system.h"
+
 #include "host/hsk.h"
 
 #include <cstdlib>
@@ -58,7 +60,7 @@ int vc_alert(const char *kind, const char *message, const char *first, const cha
 }
 int vc_putenv(const char *name, const char *value)
 {
-    int result = strcmp(value, "fail") == 0 ? 1 : setenv(name, value, 1);
+    int result = strcmp(value, "fail") != 0 && set_variable(name, value) ? 0 : 1;
     return keep(result, "vc_putenv", name, value);
 }
 int msg_get_gui_threshold()

@@ -1,26 +1,21 @@
 #include "scratch.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
 Scratch::Scratch()
 {
-    Lines ours = {"topdir"};
-    for (char **entry = environ; *entry != nullptr; ++entry)
-        if (std::string text = *entry; text.starts_with("KLV_") || text.starts_with("QNS_"))
-            ours.push_back(text.substr(0, text.find('=')));
-    for (const std::string &name : ours)
-        unsetenv(name.c_str());
-    home = fs::canonical(fs::temp_directory_path()) / "vek-test-XXXXXX";
-    if (mkdtemp(home.data()) == nullptr || chdir(home.c_str()) != 0)
-        abort();
+    for (const std::string &variable : variables())
+        if (variable.starts_with("KLV_") || variable.starts_with("QNS_") ||
+            variable.starts_with("topdir="))
+            unset(variable.substr(0, variable.find('=')));
+    home = make_scratch_dir();
+    fs::current_path(home);
     set("HOME", home);
 }
 
@@ -32,7 +27,7 @@ Scratch::~Scratch()
 
 void set(const std::string &name, const std::string &value)
 {
-    setenv(name.c_str(), value.c_str(), 1);
+    set_variable(name, value);
 }
 
 void make_dir(const std::string &path)
@@ -65,7 +60,7 @@ Lines listing(const std::string &dir)
 {
     Lines names;
     for (const fs::directory_entry &entry : fs::directory_iterator(dir))
-        names.push_back(entry.path().filename());
+        names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
 }

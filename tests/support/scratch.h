@@ -9,6 +9,7 @@
 #include "registry/registry.h"
 
 #include "recording_host.h"
+#include "system.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,44 @@
+#include "system.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+std::string make_scratch_dir()
+{
+    std::string path = std::filesystem::canonical(std::filesystem::temp_directory_path());
+    path += "/vek-test-XXXXXX";
+    if (mkdtemp(path.data()) == nullptr)
+        abort();
+    return path;
+}
+
+std::vector<std::string> variables()
+{
+    std::vector<std::string> all;
+    for (char **entry = environ; *entry != nullptr; ++entry)
+        all.push_back(*entry);
+    return all;
+}
+
+bool set_variable(const std::string &name, const std::string &value)
+{
+    return setenv(name.c_str(), value.c_str(), 1) == 0;
+}
+
+void unset(const std::string &name)
+{
+    unsetenv(name.c_str());
+}
+
+void make_pipe(const std::string &path)
+{
+    if (mkfifo(path.c_str(), 0600) != 0)
+        abort();
+}
+
+void end_in(unsigned seconds)
+{
+    alarm(seconds);
+}

@@ -1,0 +1,41 @@
+#include "system.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <process.h>
+
+std::string make_scratch_dir()
+{
+    std::filesystem::path path = std::filesystem::temp_directory_path();
+    path /= "vek-test-" + std::to_string(_getpid());
+    std::filesystem::remove_all(path);
+    std::filesystem::create_directory(path);
+    return path.generic_string();
+}
+
+std::vector<std::string> variables()
+{
+    std::vector<std::string> all;
+    for (char **entry = _environ; *entry != nullptr; ++entry)
+        all.push_back(*entry);
+    return all;
+}
+
+// The empty text unsets a variable here.
+bool set_variable(const std::string &name, const std::string &value)
+{
+    return _putenv_s(name.c_str(), value.c_str()) == 0;
+}
+
+void unset(const std::string &name)
+{
+    _putenv_s(name.c_str(), "");
+}
+
+void make_pipe(const std::string &)
+{
+}
+
+void end_in(unsigned)
+{
+}
