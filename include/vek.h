@@ -186,15 +186,16 @@ VEK_API int vek_env_read(char *path);
 
    The user's private configuration file is the one that is also written: when
    a start does not find it, when databases are added or removed or the default
-   for writing is set, and when the user saves.  A user's file is never the
-   only thing between the user and loss: while an update goes on, its old text
-   stands whole in a backup (the same name with "q" for its last character) or
-   in "tmp_cfg_file" in the directory of vorn_vek_tmp_file_path, on the disk
-   before the file is emptied; what can't be written is put back.  Processes
-   wait for each other's updates, if they lock files as this library does.
+   for writing is set, and when the user saves.  While that goes on, the old
+   text stands whole in a backup (the same name with "q" for its last
+   character) or in "tmp_cfg_file" in the directory of vorn_vek_tmp_file_path,
+   flushed before the file is emptied, and the new text is whole before that,
+   too.  What can't be written is put back.  Processes that update one file
+   wait for each other, and a start waits for an update to end, where the file
+   system has locks.
 
    What an update may print:
-   - two warnings, once a process, when the file can't be written;
+   - two warnings, once a process, when the file does not open for writing;
    - the reports of vorn_vek_copy_file2file and vorn_vek_delete_file;
    - "ERROR: cannot open file <path>";
    - "ERROR: Private cfg file <path> could not be written: <reason>", after
@@ -202,25 +203,31 @@ VEK_API int vek_env_read(char *path);
      before each later update, "ERROR: The previous text is kept in file
      <path>.", and there is no update as long as that file is there.  */
 
-/* Bring the private file up to date with the session, after a backup of it:
-   its DATABASE_ORDER, DEFAULT_WRITE_DB and ENVIRONMENT lines get their present
-   values and all other lines stay, byte by byte.  An ENVIRONMENT line without
-   a variable of a value that it could hold (1 to 180 characters in one line)
-   stays, too, and so does DEFAULT_WRITE_DB while no default is set.  With the
-   tag "vorn_vek_db_add" the database `name` is also put in front of the first
-   DATABASE line, and with "vorn_vek_db_remove" the lines of the database that
-   is spelled `name` become comments; these are what vorn_vek_db_add and
-   vorn_vek_db_remove use.  Tags compare without regard to case.
-   Result: 1 written, or KLV_UPDATE_CFG is "no"; 0 not, and the file is as it
-   was.  */
+/* Bring the private file up to date with the session, after a backup of it
+   (not of an empty one): its DATABASE_ORDER, DEFAULT_WRITE_DB and ENVIRONMENT
+   lines get their present values and all other lines stay, byte by byte.  An
+   ENVIRONMENT line stays as it is when its variable is not set or has a value
+   that the line could not hold (blank, of more than 180 characters, with "!"
+   or a line end, or a whole line of more than 254), and so does
+   DEFAULT_WRITE_DB while no default is set.  Lines count in pieces of 255 characters.
+   With the tag "vorn_vek_db_add" the database `name` is also put in front of
+   the first DATABASE line, and with "vorn_vek_db_remove" the lines of the
+   database that is spelled `name` become comments; these are what
+   vorn_vek_db_add and vorn_vek_db_remove use.  "vorn_sav_cfg" writes the file
+   as a save does, "vek_chk_cfg_files" one that has no text as a start does.
+   Tags compare without regard to case.
+   Result: 1 written, or KLV_UPDATE_CFG is "no"; 0 not, with a report.  */
 VEK_API int vorn_wrt_cfg(const char *tag, const char *name);
 
 /* Ask the user, by an alert, how to save, then write the private file anew
-   from the session: the user's databases, tables, property files and test
-   rigs, and the variables of the old file's ENVIRONMENT lines with their
-   present values.  Other lines go.  KLV_UPDATE_CFG is not looked at.
+   from the session: the user's databases, the default for writing, the user's
+   tables, property files and test rigs, with KLV_VEK_SEARCH at "yes" the order
+   of all databases, and the ENVIRONMENT lines of the old file with their
+   present values, or as they were where vorn_wrt_cfg leaves them.  All else
+   goes.  KLV_UPDATE_CFG is not looked at.
    Result: 1 written; 0 not, or an answer that the alert does not offer;
-   -1 cancelled.  Prints a line about the backup if the user asked for one.  */
+   -1 cancelled.  With a backup prints its two lines and one more, or a report
+   if it could not be made whole.  */
 VEK_API int vorn_sav_cfg(void);
 
 /* ---- Text ------------------------------------------------------------- */
@@ -526,8 +533,9 @@ VEK_API const char *vorn_vek_expand2full(char *text);
 /* The way back: the name of a real path, "klvds://database/directory/file" or
    "klvds://database/file".  A path deeper inside a table's directory stays a
    path, and one that no database holds becomes a file URL; an alias stays as
-   it is.  Always a static buffer, until the next call of it,
-   of vorn_vek_get_def_propfile or of a file operation.  A URL that does not
+   it is.  Always a static buffer, until the next call of it, of
+   vorn_vek_get_def_propfile, of a file operation, or of one that updates the
+   private file.  A URL that does not
    fit leaves the path.  Turns "\" in `text`.  */
 VEK_API const char *vorn_vek_path2alias(char *text);
 
@@ -582,7 +590,7 @@ VEK_API int vek_backup_file_silent(char *path);
 VEK_API int vorn_vek_append_file2file(const char *source, const char *target);
 
 /* The directory for temporary files, "/" at its end: static, the same at every
-   call.  Null if there is none.  */
+   call (a child of a process has its own).  Null if there is none.  */
 VEK_API const char *vorn_vek_tmp_file_path(void);
 
 /* "/".  Static.  */

@@ -31,6 +31,9 @@ TEST_F(PrivateFile, IsBroughtUpToDateLineByLine)
     set("EMPTY", "");
     set("LONG", xs(181));
     set("LINES", "a\nb");
+    set("BLANK", " \t");
+    set("NOTE", "a!b");
+    set(xs(60), xs(178)); // would make 255 characters
     for (const Case &row : cases("rewrites"))
         for (const char *end : {"\n", "\r\n"}) {
             std::string tag, name;

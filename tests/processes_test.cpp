@@ -113,30 +113,76 @@ TEST_F(Processes, ANextSessionHasTheEditsOfTheLast)
 TEST_F(Processes, WaitForEachOthersUpdates)
 {
     start_session();
-    host::printed();
-    const std::string other = "! of the other process\n";
-    int held[2];
-    ASSERT_EQ(pipe(held), 0);
-    if (fork() == 0) {
-        intptr_t hold = platform_hold_file(file);
-        if (write(held[1], "x", 1) == 1)
-            usleep(100000);
-        write_file(file, other);
-        platform_let_go(hold);
-        _exit(0);
+    const std::string other = "ENVIRONMENT A_B c\n";
+    for (bool reads : {false, true}) {
+        int held[2];
+        ASSERT_EQ(pipe(held), 0);
+        write_file(file);
+        if (fork() == 0) {
+            bool is_new;
+            intptr_t hold = platform_hold_file(file, &is_new);
+            if (write(held[1], "x", 1) == 1)
+                usleep(100000);
+            write_file(file, other);
+            platform_let_go(hold);
+            _exit(0);
+        }
+        char byte;
+        ASSERT_EQ(read(held[0], &byte, 1), 1);
+        host::printed();
+        const std::string path = home + "/" + file;
+        if (reads)
+            EXPECT_EQ(vek_cfg_read(path.c_str(), 1) + vek_env_read(Text(path)), 0);
+        else
+            EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+        EXPECT_EQ(host::calls_of("vc_putenv").size(), reads ? 1u : 0u);
+        EXPECT_EQ(read_file(backup), other); // of the update
     }
-    char byte;
-    ASSERT_EQ(read(held[0], &byte, 1), 1);
+}
+
+// A directory for temporary files may be cleaned away; a link is not a file of ours.
+TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
+{
+    start_session();
+    std::filesystem::remove(vorn_vek_tmp_file_path());
+    std::filesystem::permissions(file, std::filesystem::perms(0600));
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
-    EXPECT_EQ(read_file(backup) + read_file(file), other + other);
+    EXPECT_EQ(std::filesystem::status(backup).permissions(), std::filesystem::perms(0600));
+    write_file(file); // as a killed update leaves it
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+    EXPECT_EQ(read_file(backup), private_cfg);
+
+    set("KLV_VORN_PRIVATE_CFG", home + "/a\\b.cfg");
+    write_file("a\\b.cfg", "DATABASE x y\n");
+    write_file("a/b.cfg", "another");
+    EXPECT_EQ(vorn_sav_cfg(), 1);
+    EXPECT_EQ(read_file("a/b.cfg"), "another");
+    EXPECT_NE(read_file("a\\b.cfg"), "DATABASE x y\n");
+
+    make_dir(std::string(vorn_vek_tmp_file_path()) + "new_cfg_file");
+    std::filesystem::create_symlink("none.cfg", "link.cfg");
+    for (const char *path : {"new.cfg", "link.cfg"})
+        EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", path, nullptr), 0);
+    EXPECT_FALSE(std::filesystem::exists("new.cfg"));
+    EXPECT_TRUE(std::filesystem::is_symlink("link.cfg"));
+    std::filesystem::remove(std::string(vorn_vek_tmp_file_path()) + "new_cfg_file");
+}
+
+// Each process has a directory of its own for its copy.
+static std::string path_of_copy()
+{
+    for (const std::string &name : listing("."))
+        if (name.starts_with("vek-") && std::filesystem::exists(name + "/tmp_cfg_file"))
+            return name + "/tmp_cfg_file";
+    return "none";
 }
 
 // Whatever is refused, the file has its old text or the new one as the result
 // says, or the user is told where the old one is.
 static std::string fault_in(const std::string &answer, const std::string &old,
-                            const std::string &fresh, const std::string &copy)
+                            const std::string &fresh)
 {
-    const std::string text = read_file(file);
+    const std::string text = read_file(file), copy = path_of_copy();
     if (answer == "killed")
         return text == old || text == fresh || read_file(backup) == old || read_file(copy) == old
                    ? ""
@@ -147,8 +193,7 @@ static std::string fault_in(const std::string &answer, const std::string &old,
         return "not told";
     if (text == old)
         return "";
-    bool is_kept = read_file(copy) == old &&
-                   answer.find("The previous text is kept in file " + copy + ".") != answer.npos;
+    bool is_kept = read_file(copy) == old && answer.find("/" + copy + ".\n") != answer.npos;
     return is_kept ? "" : "lost by a refusal";
 }
 
@@ -157,7 +202,7 @@ TEST_F(Processes, TextIsNotLostWhateverTheSystemRefuses)
     set("SET", "a value");
     start_session();
     host::printed();
-    const std::string copy = std::string(vorn_vek_tmp_file_path()) + "tmp_cfg_file";
+    set("TMPDIR", home);
     const std::string old = "ENVIRONMENT SET x\nENVIRONMENT UNSET x\nDATABASE goes x\n"
                             "DEFAULT_WRITE_DB x\n" +
                             xs(5000) + "\n";
@@ -171,7 +216,9 @@ TEST_F(Processes, TextIsNotLostWhateverTheSystemRefuses)
         auto prepare = [&] {
             write_file(file, old);
             std::filesystem::remove(backup);
-            std::filesystem::remove(copy);
+            for (const std::string &name : listing("."))
+                if (name.starts_with("vek-"))
+                    std::filesystem::remove_all(name);
         };
         prepare();
         in_child(update);
@@ -182,7 +229,7 @@ TEST_F(Processes, TextIsNotLostWhateverTheSystemRefuses)
                 std::string answer;
                 prepare();
                 is_over = !run_with_fault(wish, update, &answer);
-                EXPECT_EQ(fault_in(answer, old, fresh, copy), "")
+                EXPECT_EQ(fault_in(answer, old, fresh), "")
                     << kind << " " << wish.nth << " " << wish.error << "\n"
                     << answer;
                 EXPECT_TRUE(wish.error == 0 || answer != "killed") << wish.nth;
@@ -190,7 +237,6 @@ TEST_F(Processes, TextIsNotLostWhateverTheSystemRefuses)
             }
     }
     EXPECT_GT(reached.size(), 30u);
-    std::filesystem::remove(copy);
 }
 
 TEST_F(Processes, HaveTemporaryDirectoriesOfTheirOwn)

@@ -26,6 +26,7 @@ struct private_path {
     const char *end;
 };
 private_path private_path_whole();
+bool is_private_file(const char *path); // prints nothing
 
 // The value of the variable that names the user's directory for plug-in files
 // of this product; null if it is not set.

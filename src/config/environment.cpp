@@ -86,6 +86,8 @@ int _cfg_read_file_env(char *path)
                strerror(errno));
         return 1;
     }
+    if (is_private_file(path))
+        platform_share(file); // another process may be writing it
     int result = 0;
     for (int line = 1; platform_read_piece(file, vek_message_buf, piece_size); ++line) {
         vek_message_buf[strcspn(vek_message_buf, "!")] = '\0';

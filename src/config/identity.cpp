@@ -118,18 +118,32 @@ static void warn_of_missing_home(const private_path &path)
            path.end);
 }
 
-private_path private_path_whole()
+// *is_fallback says that neither variable helps.
+static private_path find_private_path(bool *is_fallback)
 {
     const char *variable = current_product()->file_variable;
     const char *value = variable == nullptr ? nullptr : getenv(variable);
+    const char *home = getenv("HOME");
+    *is_fallback = value == nullptr && text_is_empty(home);
     if (value != nullptr)
         return {value, ""};
-    const char *home = getenv("HOME");
-    if (!text_is_empty(home))
-        return {home, "/.vorn.cfg"};
-    private_path here = {".", "/.vorn.cfg"};
-    warn_of_missing_home(here);
-    return here;
+    return {*is_fallback ? "." : home, "/.vorn.cfg"};
+}
+
+private_path private_path_whole()
+{
+    bool is_fallback = false;
+    private_path whole = find_private_path(&is_fallback);
+    if (is_fallback)
+        warn_of_missing_home(whole);
+    return whole;
+}
+
+bool is_private_file(const char *path)
+{
+    bool is_fallback = false;
+    private_path whole = find_private_path(&is_fallback);
+    return text_begins(path, whole.start) && strcmp(path + strlen(whole.start), whole.end) == 0;
 }
 
 void vek_private_cfg_path(char *path)

@@ -24,6 +24,9 @@ static bool vek_cfg_warn_unwritable = true;
 static char copy_path[VEK_PATH_SIZE];
 static bool copy_is_kept;
 
+// The new text until it is whole.
+static char fresh_path[VEK_PATH_SIZE];
+
 bool is_save(const char *tag)
 {
     return vek_strcasecmp(tag, "vorn_sav_cfg") == 0;
@@ -58,8 +61,12 @@ static bool waits_for_user()
 
 static int warn_of_unwritable_file(const char *path)
 {
+    private_path whole = {path, ""};
+    if (*path == '\0') // too long to be kept
+        whole = private_path_whole();
     if (vek_cfg_warn_unwritable) {
-        report(REPORT_WARNING, caller, "Private cfg file %s is unwritable.", path);
+        report(REPORT_WARNING, caller, "Private cfg file %s%s is unwritable.", whole.start,
+               whole.end);
         vek_warn(caller, "It will not be updated during the session.");
     }
     vek_cfg_warn_unwritable = false;
@@ -78,6 +85,66 @@ static int finish(FILE *out)
     return is_whole ? 0 : (reason == 0 ? EIO : reason);
 }
 
+// The operations on files turn "\" in what they are given.
+static int copy_silently(const char *from, const char *to)
+{
+    char source[VEK_PATH_SIZE];
+    char target[VEK_PATH_SIZE];
+    text_copy(source, from);
+    text_copy(target, to);
+    int result = vorn_vek_copy_file2file_silent(source, target);
+    return result == 0 && vek_copy_error == 0 ? 0 : 1;
+}
+
+static void delete_copy()
+{
+    char path[VEK_PATH_SIZE];
+    text_copy(path, copy_path);
+    vorn_vek_delete_file_silent(path);
+}
+
+// Write the new text, whole, to a file of its own, and open that for reading;
+// null, with a report, if it can't be done.  `old` may be null.
+static FILE *compose(const char *path, FILE *old, const char *tag, const char *name)
+{
+    bool is_rewrite = old != nullptr && !is_save(tag);
+    FILE *out = platform_open_to_write(fresh_path, is_rewrite ? "wb" : "w");
+    if (out == nullptr) {
+        refuse(path, strerror(errno));
+        return nullptr;
+    }
+    bool is_read =
+        is_rewrite ? rewrite_text(out, old, tag, name) : write_all_sections(out, tag, old);
+    int error = finish(out);
+    if (error == 0 && !is_read)
+        error = EIO;
+    FILE *fresh = error == 0 ? platform_open_to_read(fresh_path, "rb") : nullptr;
+    if (fresh == nullptr)
+        refuse(path, strerror(error == 0 ? errno : error));
+    return fresh;
+}
+
+// Between the emptying of the file and its new text there is one write, unless
+// the text is very long.  Closes `fresh`.  Result: 0 done; else the error, -1 if
+// the file did not open and is as it was.
+static int pour(FILE *fresh, const char *path)
+{
+    static char block[16384];
+    size_t length = fread(block, 1, sizeof block, fresh);
+    FILE *out = ferror(fresh) == 0 ? platform_open_to_write(path, "wb") : nullptr;
+    int error = out == nullptr ? -1 : 0;
+    if (out != nullptr)
+        setvbuf(out, nullptr, _IONBF, 0);
+    for (; error == 0 && length > 0; length = fread(block, 1, sizeof block, fresh))
+        if (fwrite(block, 1, length, out) < length)
+            error = errno;
+    if (error == 0 && ferror(fresh) != 0)
+        error = EIO;
+    fclose(fresh);
+    int last = out == nullptr ? 0 : finish(out);
+    return error == 0 ? last : error;
+}
+
 static bool has_text(const char *path)
 {
     FILE *file = platform_open_to_write(path, "a");
@@ -88,122 +155,137 @@ static bool has_text(const char *path)
 }
 
 // Another process may have been here first, and text that can't be read is
-// text all the same.  A part of a new file would be taken for the whole.
+// text all the same.
 static int write_new_file(const char *path, const char *tag)
 {
     if (has_text(path))
         return 1;
-    FILE *out = platform_open_to_write(path, "w");
-    if (out == nullptr)
+    FILE *fresh = compose(path, nullptr, tag, nullptr);
+    int error = fresh == nullptr ? 0 : pour(fresh, path);
+    if (error < 0)
         return refuse_to_open(path);
-    write_all_sections(out, tag, nullptr);
-    int error = finish(out);
-    if (error == 0)
-        return 1;
-    platform_remove_file(path);
-    return refuse(path, strerror(error));
+    if (error > 0)
+        return refuse(path, strerror(error));
+    return fresh == nullptr ? 0 : 1;
 }
 
 // Copying does not tell of a copy that was cut short.
-static bool copy_aside(char *path)
+static bool copy_aside(const char *path)
 {
-    const char *dir = vorn_vek_tmp_file_path();
-    if (dir == nullptr || !text_join(copy_path, {dir, "tmp_cfg_file"}))
-        return refuse(path, "There is no directory for temporary files") != 0;
-    if (vorn_vek_copy_file2file_silent(path, copy_path) != 0)
-        return false;
-    if (vek_copy_error == 0)
+    if (copy_silently(path, copy_path) == 0)
         return true;
-    refuse(path, strerror(vek_copy_error));
-    vorn_vek_delete_file_silent(copy_path);
+    if (vek_copy_error != 0) {
+        refuse(path, strerror(vek_copy_error));
+        delete_copy();
+    }
     return false;
 }
 
-static void put_back(char *path)
+static void put_back(const char *path)
 {
-    if (vorn_vek_copy_file2file_silent(copy_path, path) == 0 && vek_copy_error == 0 &&
-        platform_flush_file(path))
+    if (copy_silently(copy_path, path) == 0 && platform_flush_file(path))
         return;
     copy_is_kept = true;
     tell_of_kept_copy();
 }
 
-// Closes both files.  Result: as that of finish.
-static int write_text(FILE *out, FILE *old, const char *tag, const char *name)
-{
-    static char buffer[16384]; // most files go to the system in one piece
-    setvbuf(out, buffer, _IOFBF, sizeof buffer);
-    bool is_read =
-        is_save(tag) ? write_all_sections(out, tag, old) : rewrite_text(out, old, tag, name);
-    int error = finish(out);
-    fclose(old);
-    return error == 0 && !is_read ? EIO : error;
-}
-
-// A save writes text as the system has it; a rewrite keeps every byte.
-static int write_over(char *path, const char *tag, const char *name)
+// `standing` is the path of what stands for the old text meanwhile.
+static int write_over(const char *path, const char *standing, const char *tag, const char *name)
 {
     FILE *old = platform_open_to_read(copy_path, is_save(tag) ? "r" : "rb");
     if (old == nullptr)
         return refuse_to_open(copy_path);
-    FILE *out = platform_open_to_write(path, is_save(tag) ? "w" : "wb");
-    if (out == nullptr) {
-        fclose(old);
-        return refuse_to_open(path);
+    FILE *fresh = compose(path, old, tag, name);
+    fclose(old);
+    if (fresh == nullptr)
+        return 0;
+    if (!platform_flush_file(standing)) {
+        int error = errno;
+        fclose(fresh);
+        return refuse(path, strerror(error));
     }
-    int error = write_text(out, old, tag, name);
+    int error = pour(fresh, path);
     if (error == 0)
         return 1;
+    if (error < 0)
+        return refuse_to_open(path);
     refuse(path, strerror(error));
     put_back(path);
     return 0;
 }
 
 // `backup` is the path of a whole backup, or null.
-static int replace_text(char *path, const char *backup, const char *tag, const char *name)
+static int replace_text(const char *path, const char *backup, const char *tag, const char *name)
 {
     if (!copy_aside(path))
         return 0;
-    int result = platform_flush_file(backup == nullptr ? copy_path : backup)
-                     ? write_over(path, tag, name)
-                     : refuse(path, strerror(errno));
+    int result = write_over(path, backup == nullptr ? copy_path : backup, tag, name);
     if (!copy_is_kept)
-        vorn_vek_delete_file_silent(copy_path);
+        delete_copy();
+    return result;
+}
+
+// The directory for temporary files is held by those who share it.
+static int write_held(const char *path, const char *backup, const char *tag, const char *name)
+{
+    const char *dir = vorn_vek_tmp_file_path();
+    if (dir == nullptr || !text_join(copy_path, {dir, "tmp_cfg_file"}) ||
+        !text_join(fresh_path, {dir, "new_cfg_file"}))
+        return refuse(path, "There is no directory for temporary files");
+    intptr_t hold = platform_hold_temporary_dir();
+    int result = vek_strcasecmp(tag, "vek_chk_cfg_files") == 0
+                     ? write_new_file(path, tag)
+                     : replace_text(path, backup, tag, name);
+    platform_remove_file(fresh_path);
+    platform_let_temporary_dir_go(hold);
     return result;
 }
 
 enum backup_wish { BACKUP_NONE, BACKUP_SILENT, BACKUP_TOLD };
 
-// Whether there is a whole backup now.
-static bool back_up(char *path, backup_wish wish)
+// Whether there is a whole backup now.  A file without text, such as a killed
+// process leaves, is not put in the place of an older backup.
+static bool back_up(const char *path, const char *backup, backup_wish wish)
 {
-    if (wish == BACKUP_NONE || vek_file_exists(path) == 0)
+    if (wish == BACKUP_NONE || vek_file_exists(path) == 0 || !has_text(path))
         return false;
-    int result = wish == BACKUP_TOLD ? vek_backup_file(path) : vek_backup_file_silent(path);
-    if (result == 0 && wish == BACKUP_TOLD)
+    char given[VEK_PATH_SIZE];
+    text_copy(given, path);
+    int result = wish == BACKUP_TOLD ? vek_backup_file(given) : vek_backup_file_silent(given);
+    if (result != 0 || wish != BACKUP_TOLD)
+        return result == 0 && vek_copy_error == 0;
+    if (vek_copy_error == 0)
         report(REPORT_PLAIN, "vorn_sav_cfg",
                "save configuration - backup created of previous configuration file %s\n", path);
-    return result == 0 && vek_copy_error == 0;
+    else
+        report(REPORT_ERROR, "vorn_sav_cfg", "Cannot create file '%s' : %s", backup,
+               strerror(vek_copy_error));
+    return vek_copy_error == 0;
 }
 
-// The file is held from before its backup to the end.
-static int update(char *path, const char *tag, const char *name, backup_wish wish)
+// The file is held from before its backup to the end.  One that only the hold
+// has made goes if nothing comes of it.
+static int update(const char *path, const char *tag, const char *name_given, backup_wish wish)
 {
+    char name[VEK_PATH_SIZE];
+    char backup[VEK_PATH_SIZE];
     if (waits_for_user())
         return 0;
-    bool was_there = vek_file_exists(path) != 0;
-    intptr_t hold = platform_hold_file(path);
-    if (hold < 0 && wish != BACKUP_TOLD)
-        return warn_of_unwritable_file(path);
-    char backup[VEK_PATH_SIZE];
+    text_copy(name,
+              text_or_empty(name_given)); // it may lie in a buffer that naming files overwrites
     text_copy(backup, path);
     turn_to_backup(backup);
-    bool has_backup = was_there && back_up(path, wish);
-    if (hold < 0)
+    bool is_new = false;
+    intptr_t hold = platform_hold_file(path, &is_new);
+    if (hold < 0) {
+        if (wish == BACKUP_TOLD && errno != ENXIO) // what can't be written can still be read
+            back_up(path, backup, wish);
         return warn_of_unwritable_file(path);
-    int result = vek_strcasecmp(tag, "vek_chk_cfg_files") == 0
-                     ? write_new_file(path, tag)
-                     : replace_text(path, has_backup ? backup : nullptr, tag, name);
+    }
+    bool has_backup = !is_new && back_up(path, backup, wish);
+    int result = write_held(path, has_backup ? backup : nullptr, tag, name);
+    if (result == 0 && is_new)
+        platform_remove_file(path);
     platform_let_go(hold);
     return result;
 }

@@ -8,19 +8,23 @@
 #include <cstdlib>
 #include <cstring>
 
-// What a reader of the statement would refuse, or take for the next line, is
-// not written.
-static bool can_stand_in_statement(const char *value)
+// What a reader of the statement would refuse, cut at "!" or take for the next
+// line is not written.
+static bool can_stand_in_statement(const char *variable, const char *value)
 {
-    size_t length = strlen(value);
-    return length > 0 && length <= 180 && strchr(value, '\n') == nullptr;
+    constexpr size_t longest_value = 180, longest_statement = 254;
+    const char *rest = value;
+    size_t name_length = strlen(variable);
+    size_t length = 14 + (name_length < 22 ? 22 : name_length) + 3 + strlen(value);
+    return text_take_word(&rest).length > 0 && strlen(value) <= longest_value &&
+           length <= longest_statement && strpbrk(value, "!\n") == nullptr;
 }
 
 bool write_environment(FILE *out, const char *variable, const char *end)
 {
     // getenv alone would find "A=B" where A has a value that begins with "B=".
     const char *value = strchr(variable, '=') == nullptr ? getenv(variable) : nullptr;
-    if (value == nullptr || !can_stand_in_statement(value))
+    if (value == nullptr || !can_stand_in_statement(variable, value))
         return false;
     fprintf(out, "%-14s%-22s", "ENVIRONMENT", variable);
     fprintf(out, "   %s%s", value, end);

@@ -1,5 +1,6 @@
 // Reading a configuration file, statement by statement.
 
+#include "config/config.h"
 #include "host/hsk.h"
 #include "host/message.h"
 #include "platform/platform.h"
@@ -183,6 +184,8 @@ int vek_cfg_read(const char *path, int cfg_index)
                strerror(errno));
         return 1;
     }
+    if (is_private_file(path))
+        platform_share(file); // another process may be writing it
     report(REPORT_PLAIN, caller, "Reading configuration file '%s'", path);
     cfg_reading reading = {path, cfg_index, 0, 0};
     while (platform_read_piece(file, vek_message_buf, sizeof vek_message_buf)) {

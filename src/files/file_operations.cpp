@@ -78,8 +78,10 @@ int vek_backup_file(char *path)
     file_path_take(&backup, file.text);
     turn_to_backup(backup.text);
     if (strlen(backup.text) < VEK_PATH_SIZE && vek_strcasecmp(file.text, backup.text) != 0 &&
-        !platform_same_file(file.text, backup.text))
+        !platform_same_file(file.text, backup.text)) {
         platform_remove_file(backup.text);
+        platform_create_like(backup.text, file.text);
+    }
     return vorn_vek_copy_file2file(file.given, backup.text);
 }
 

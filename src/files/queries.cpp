@@ -3,13 +3,16 @@
 #include "platform/platform.h"
 #include "text/text.h"
 
+// A failure at the first call is final.  Later calls see to it that the
+// directory is still there.
 const char *vorn_vek_tmp_file_path()
 {
     static char vek_tmp_dir[VEK_PATH_SIZE];
     static bool vek_tmp_first = true;
-    if (vek_tmp_first && !platform_temporary_dir(vek_tmp_dir, sizeof vek_tmp_dir))
-        vek_tmp_dir[0] = '\0';
-    vek_tmp_first = false; // a failure is final
+    char dir[VEK_PATH_SIZE];
+    if ((vek_tmp_first || vek_tmp_dir[0] != '\0') && platform_temporary_dir(dir, sizeof dir))
+        text_copy(vek_tmp_dir, dir);
+    vek_tmp_first = false;
     return vek_tmp_dir[0] == '\0' ? nullptr : vek_tmp_dir;
 }
 

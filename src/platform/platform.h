@@ -30,10 +30,14 @@ bool platform_flush(FILE *file);
 bool platform_flush_file(const char *path);
 
 // Hold a file against every process that holds it in this way, and wait until
-// no other does.  The file is opened as for appending, which creates it; -1 if
-// it does not open.  Where the file system knows no locks, nothing is held.
-intptr_t platform_hold_file(const char *path);
+// no other does.  The file is opened as for appending, and made if there is
+// none, which *is_new tells; -1 if it does not open.  Where the file system knows
+// no locks, nothing is held.
+intptr_t platform_hold_file(const char *path, bool *is_new);
 void platform_let_go(intptr_t hold);
+// Wait until nobody holds the open file, and keep it from being held until it is
+// closed.
+void platform_share(FILE *file);
 
 // One piece of a line into `to`: at most width - 1 characters, the line feed
 // included, as fgets would take them from a file whose lines end in a line
@@ -49,8 +53,16 @@ bool platform_long_path(const char *path, char *to, size_t width);
 // The directory for temporary files, "/" at its end.  On POSIX it is made for
 // this process alone at the first call, readable by its user only, and removed
 // with the process if it is empty then: whoever else writes to a common one
-// could plant a file of a known name.
+// could plant a file of a known name.  If it is gone it is made again; a child
+// of the process gets one of its own.
 bool platform_temporary_dir(char *to, size_t width);
+
+// Hold that directory against other processes, where it is not this one's alone.
+intptr_t platform_hold_temporary_dir();
+void platform_let_temporary_dir_go(intptr_t hold);
+
+// Make an empty file that is as private as another, which exists.
+void platform_create_like(const char *path, const char *other);
 
 // Whether two texts name one file on disk.
 bool platform_same_file(const char *first, const char *second);

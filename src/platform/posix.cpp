@@ -135,15 +135,47 @@ bool platform_flush_file(const char *path)
     return is_done;
 }
 
-// This kind of lock belongs to the open file, so that it outlives the closing
-// of the same file by other ways.
-intptr_t platform_hold_file(const char *path)
+static int open_or_make(const char *path, bool *is_new)
 {
     bool is_plain = false;
-    int file = open_to_write(path, O_APPEND, &is_plain);
-    while (file >= 0 && flock(file, LOCK_EX) != 0 && errno == EINTR)
+    int file = open_to_write(path, O_APPEND | O_EXCL, &is_plain);
+    *is_new = file >= 0;
+    return *is_new || errno != EEXIST ? file : open_to_write(path, O_APPEND, &is_plain);
+}
+
+// This kind of lock belongs to the open file, so that it outlives the closing
+// of the same file by other ways.
+static void lock(int file, int kind)
+{
+    while (flock(file, kind) != 0 && errno == EINTR)
         continue;
-    return file;
+}
+
+// Whether the path leads elsewhere now than to the open file.
+static bool has_moved(const char *path, int file)
+{
+    struct stat one, other;
+    if (stat(path, &one) != 0)
+        return errno == ENOENT;
+    return fstat(file, &other) == 0 && (one.st_dev != other.st_dev || one.st_ino != other.st_ino);
+}
+
+intptr_t platform_hold_file(const char *path, bool *is_new)
+{
+    for (;;) {
+        int file = open_or_make(path, is_new);
+        if (file < 0)
+            return file;
+        lock(file, LOCK_EX);
+        if (!has_moved(path, file))
+            return file;
+        close(file);
+    }
+}
+
+void platform_share(FILE *file)
+{
+    lock(fileno(file), LOCK_SH);
 }
 
 void platform_let_go(intptr_t hold)
@@ -156,7 +188,7 @@ bool platform_long_path(const char *, char *, size_t)
     return false; // no system of this family shortens names
 }
 
-static char temporary_dir[PATH_MAX];
+static char temporary_dir[PATH_MAX]; // empty: none could be made
 static pid_t temporary_dir_owner;
 
 static void remove_temporary_dir()
@@ -170,12 +202,24 @@ static bool make_temporary_dir(const char *parent)
     int length = snprintf(temporary_dir, sizeof temporary_dir, "%s/vek-XXXXXX", parent);
     if (length > 0 && static_cast<size_t>(length) < sizeof temporary_dir &&
         mkdtemp(temporary_dir) != nullptr) {
+        if (temporary_dir_owner == 0) // else the removal was inherited
+            atexit(remove_temporary_dir);
         temporary_dir_owner = getpid();
-        atexit(remove_temporary_dir);
         return true;
     }
     temporary_dir[0] = '\0';
     return false;
+}
+
+// A long session may see its directory cleaned away.
+static bool temporary_dir_is_there()
+{
+    struct stat status;
+    if (temporary_dir_owner != getpid() || temporary_dir[0] == '\0')
+        return false;
+    return mkdir(temporary_dir, 0700) == 0 ||
+           (lstat(temporary_dir, &status) == 0 && S_ISDIR(status.st_mode) &&
+            status.st_uid == geteuid());
 }
 
 // A relative TMPDIR would lead elsewhere after a change of directory, and "\"
@@ -184,10 +228,30 @@ bool platform_temporary_dir(char *to, size_t width)
 {
     const char *parent = getenv("TMPDIR");
     bool is_good = parent != nullptr && parent[0] == '/' && strchr(parent, '\\') == nullptr;
-    bool is_made = temporary_dir[0] != '\0' || (is_good && make_temporary_dir(parent)) ||
+    bool is_made = temporary_dir_is_there() || (is_good && make_temporary_dir(parent)) ||
                    make_temporary_dir("/tmp");
     int length = snprintf(to, width, "%s/", temporary_dir);
     return is_made && length >= 0 && static_cast<size_t>(length) < width;
+}
+
+intptr_t platform_hold_temporary_dir()
+{
+    return 0;
+}
+
+void platform_let_temporary_dir_go(intptr_t)
+{
+}
+
+void platform_create_like(const char *path, const char *other)
+{
+    struct stat status;
+    if (stat(other, &status) != 0)
+        return;
+    int file =
+        open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, (status.st_mode & 0777) | S_IWUSR);
+    if (file >= 0)
+        close(file);
 }
 
 bool platform_same_file(const char *first, const char *second)

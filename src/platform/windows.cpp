@@ -72,15 +72,28 @@ bool platform_flush_file(const char *path)
 
 // Locks bind everybody here.  The locked byte lies where no file has one, so
 // that the file can be read and written by other ways.
-intptr_t platform_hold_file(const char *path)
+static void lock(int file, DWORD kind)
 {
-    int file = _open(path, _O_WRONLY | _O_CREAT | _O_APPEND | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
     OVERLAPPED place = {};
     place.OffsetHigh = 0x7fffffff;
+    LockFileEx(reinterpret_cast<HANDLE>(_get_osfhandle(file)), kind, 0, 1, 0, &place);
+}
+
+intptr_t platform_hold_file(const char *path, bool *is_new)
+{
+    constexpr int flags = _O_RDWR | _O_APPEND | _O_CREAT | _O_NOINHERIT;
+    int file = _open(path, flags | _O_EXCL, _S_IREAD | _S_IWRITE);
+    *is_new = file >= 0;
+    if (file < 0 && errno == EEXIST)
+        file = _open(path, flags, _S_IREAD | _S_IWRITE);
     if (file >= 0)
-        LockFileEx(reinterpret_cast<HANDLE>(_get_osfhandle(file)), LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0,
-                   &place);
+        lock(file, LOCKFILE_EXCLUSIVE_LOCK);
     return file;
+}
+
+void platform_share(FILE *file)
+{
+    lock(_fileno(file), 0);
 }
 
 void platform_let_go(intptr_t hold)
@@ -110,6 +123,29 @@ bool platform_temporary_dir(char *to, size_t width)
     int length = snprintf(to, width, "%s", name);
     free(name);
     return length > 0 && static_cast<size_t>(length) < width;
+}
+
+// All processes of a user have one directory here.
+intptr_t platform_hold_temporary_dir()
+{
+    HANDLE mutex = CreateMutexA(nullptr, FALSE, "Local\\vek_cfg_file");
+    if (mutex != nullptr)
+        WaitForSingleObject(mutex, INFINITE);
+    return reinterpret_cast<intptr_t>(mutex);
+}
+
+void platform_let_temporary_dir_go(intptr_t hold)
+{
+    HANDLE mutex = reinterpret_cast<HANDLE>(hold);
+    if (mutex == nullptr)
+        return;
+    ReleaseMutex(mutex);
+    CloseHandle(mutex);
+}
+
+// A new file has the rights of its directory here.
+void platform_create_like(const char *, const char *)
+{
 }
 
 static bool file_identity(const char *path, BY_HANDLE_FILE_INFORMATION *identity)
