@@ -67,7 +67,7 @@ TEST_F(Reader, KeepsToItsLineLimitAndCountsLines)
     EXPECT_EQ(vek_cfg_read("$HOME/t.cfg", 0) + vek_cfg_read(".", 0), 2);
     const std::string closed = "> ERROR: Cannot open configuration file '";
     EXPECT_EQ(said(), closed + "$HOME/t.cfg': No such file or directory\n" + closed +
-                          ".': Is a directory\n");
+                          ".': " + directory_error + "\n");
 }
 
 TEST_F(Reader, TakesEnvironmentStatementsInAPassOfTheirOwn)

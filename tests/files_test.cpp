@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <map>
+#include <regex>
 #include <sstream>
 
 namespace fs = std::filesystem;
@@ -37,12 +38,14 @@ static const std::map<std::string, int (*)(char *, char *)> operations = {
 TEST_F(Files, AreCopiedMovedAndDeleted)
 {
     make_dir("dir");
-    fs::create_symlink("a.dpr", "other_name");
+    fs::create_hard_link("a.dpr", "other_name");
     make_pipe("pipe");
     write_file("own.x", "kept");
     fs::create_hard_link("own.x", "own.q");
     end_in(10); // ends a process that waits for a pipe
     for (const Case &row : cases("file_operations")) {
+        if (on_windows && std::regex_search(row.head, std::regex("pipe|a\\\\b")))
+            continue; // there are no pipes, and "\\" separates
         std::string result, operation, first, second;
         std::istringstream(put_out(row.head)) >> result >> operation >> first >> second;
         EXPECT_EQ(operations.at(operation)(Text(first), Text(second)), std::stoi(result))

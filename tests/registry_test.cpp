@@ -173,7 +173,7 @@ TEST_F(Registry, ANewDatabaseDirectoryAndTheReport)
     vek_tbl_list_print(stream, "INFO");
     vek_tbl_list_print(stream, "cfg");
     fclose(stream);
-    EXPECT_EQ(read_file("report"),
+    EXPECT_EQ(read_text("report"),
               "Current VEK table structure :\n"
               "             Class name              Table Directory            Extension\n"
               "             ----------              ---------------            ---------\n"
@@ -239,7 +239,7 @@ TEST_F(Registry, TheDatabaseReportProbesAnew)
     for (const char *name : {"m", "l"})
         make_dir(name + std::string(probe_file));
     EXPECT_EQ(vorn_vek_db_info("report") + vorn_vek_db_info("") + vorn_vek_db_info(nullptr), 0);
-    EXPECT_EQ(read_file("report"),
+    EXPECT_EQ(read_text("report"),
               "Current VEK search directories :\n"
               "Search level         Database alias name            Path of database\n"
               "------------         -------------------            ----------------\n"

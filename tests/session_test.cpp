@@ -49,6 +49,8 @@ TEST_F(Session, TheFirstSharedFileThatExistsIsTaken)
     for (const Lines &row : files)
         write_file(row[1]);
     for (const Lines &row : files) {
+        if (on_windows && row[0] == "Vorn")
+            continue; // the same files there
         EXPECT_EQ(chk_cfg_files(row[0])[1], row[1]);
         std::filesystem::remove(row[1]);
     }
@@ -80,6 +82,8 @@ TEST_F(Session, FindsTheSiteFileAndMakesThePrivateOne)
     write_file("site/plug.cfg");
     EXPECT_EQ(chk_cfg_files("plug"), (Lines{"0", "./plug.cfg", "site/plug.cfg", mine}));
     for (const Lines &bad : rows("none/x.cfg " + dir + "/[66] [5000] =")) {
+        if (on_windows && bad[0].empty())
+            continue; // is not set there
         set("KLV_VORN_PRIVATE_CFG", bad[0]);
         EXPECT_EQ(chk_cfg_files("plug")[0], "1") << bad[0];
         EXPECT_EQ(host::printed().back(),

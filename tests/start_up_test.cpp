@@ -115,7 +115,8 @@ TEST_F(StartUp, TheRoadOfOneRequest)
                                     "TABLE damper dampers.tbl dpr\n");
     write_file("plug.cfg", "ENVIRONMENT KLV_VORN_VARIANT \"x\"\nDATABASE plug plug.vek\n");
     write_file("s.vek/dampers.tbl/myfile.dpr");
-    set("PERPENDICULAR_ROAD_NORMAL", "");
+    const std::string empty = on_windows ? " " : ""; // which is not set there
+    set("PERPENDICULAR_ROAD_NORMAL", empty);
     set("QNS_3DSHELL_DBG", xs(5000));
     host::plugin_list = "vorn:plug";
     EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 0);
@@ -135,7 +136,7 @@ TEST_F(StartUp, TheRoadOfOneRequest)
             said("\n  OS-environment detected:  QNS_3DSHELL_DBG=" + xs(5000)) +
             said("  Support for this environment variable has been discontinued; please use "
                  "QNS_3DSHELL_DEBUG instead.") +
-            said("\n  OS-environment detected:  PERPENDICULAR_ROAD_NORMAL=") +
+            said("\n  OS-environment detected:  PERPENDICULAR_ROAD_NORMAL=" + empty) +
             said("  Support for this environment variable has been discontinued; the triggered "
                  "behavior has become the default.") +
             said("") + said("") + look_up + said(reading(shared)) + said(reading(mine)) +

@@ -123,8 +123,8 @@ static private_path find_private_path(bool *is_fallback)
 {
     const char *variable = current_product()->file_variable;
     const char *value = variable == nullptr ? nullptr : getenv(variable);
-    const char *home = getenv("HOME");
-    *is_fallback = value == nullptr && text_is_empty(home);
+    const char *home = text_or_empty(static_cast<const char *>(getenv("HOME")));
+    *is_fallback = value == nullptr && *home == '\0';
     if (value != nullptr)
         return {value, ""};
     return {*is_fallback ? "." : home, "/.vorn.cfg"};

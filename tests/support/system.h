@@ -11,6 +11,9 @@ constexpr bool on_windows = true;
 constexpr bool on_windows = false;
 #endif
 
+// What the system says of a directory where a file is wanted.
+constexpr const char *directory_error = on_windows ? "Permission denied" : "Is a directory";
+
 std::string make_scratch_dir();       // whole, with "/"
 std::vector<std::string> variables(); // "name=value"
 bool set_variable(const std::string &name, const std::string &value);
