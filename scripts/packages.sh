@@ -41,4 +41,7 @@ install_packages() {
 build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp)
 test_packages=("${build_packages[@]}" libgtest-dev:gtest/gtest.h binutils:nm)
 # shellcheck disable=SC2034
+windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mingw32-g++-posix
+    wine:wine)
+# shellcheck disable=SC2034
 lint_packages=("${test_packages[@]}" clang-format:clang-format clang-tidy:clang-tidy)

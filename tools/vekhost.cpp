@@ -228,6 +228,7 @@ int main(int count, char **words)
 {
     CLI::App app("Asks the file-location library where files live.", "vekhost");
     request asked;
+    app.allow_windows_style_options(false); // "/" begins a path on every system
     describe_session(app, asked.session);
     describe_commands(app, asked);
     try {

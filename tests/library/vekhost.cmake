@@ -5,16 +5,16 @@ cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK_DIR})
 file(WRITE ${WORK_DIR}/vorn.cfg "DATABASE vorn_shared ${WORK_DIR}/shared.vek\n"
                                 "TABLE damper dampers.tbl dpr\n")
-file(WRITE ${WORK_DIR}/.vorn.cfg "DATABASE private $HOME/private.vek\n"
+file(WRITE ${WORK_DIR}/.vorn.cfg "DATABASE private ${WORK_DIR}/private.vek\n"
                                  "DEFAULT_WRITE_DB private\n")
 file(WRITE ${WORK_DIR}/plug.cfg "TABLE spring springs.tbl spr\n")
 file(WRITE ${WORK_DIR}/run.model "plugin_list vorn:plug\n")
 file(WRITE ${WORK_DIR}/shared.vek/dampers.tbl/a.dpr "")
 file(WRITE ${WORK_DIR}/private.vek/springs.tbl/b.spr "")
-foreach(name KLV_PRODUCT_NAME QNS_PRODUCT_NAME KLV_VORN_SITE KLV_VORN_PRIVATE_CFG KLV_VEK_SEARCH)
+foreach(name KLV_PRODUCT_NAME QNS_PRODUCT_NAME KLV_VORN_SITE KLV_VEK_SEARCH)
   unset(ENV{${name}})
 endforeach()
-set(ENV{HOME} ${WORK_DIR})
+set(ENV{KLV_VORN_PRIVATE_CFG} ${WORK_DIR}/.vorn.cfg)
 set(ENV{KLV_VORN} ${WORK_DIR})
 set(shared ${WORK_DIR}/shared.vek/dampers.tbl/a.dpr)
 set(spring ${WORK_DIR}/private.vek/springs.tbl/b.spr)
@@ -28,6 +28,7 @@ function(expect status output)
     RESULT_VARIABLE result
     OUTPUT_VARIABLE text
     ERROR_VARIABLE errors)
+  string(REPLACE "\r" "" text "${text}")
   if(NOT result STREQUAL status OR NOT text MATCHES "${output}")
     message(SEND_ERROR "vekhost ${ARGN}: exit status ${result}, printed '${text}', '${errors}'")
   endif()

@@ -6,10 +6,10 @@
 
 std::string make_scratch_dir()
 {
-    std::filesystem::path path = std::filesystem::temp_directory_path();
-    path /= "vek-test-" + std::to_string(_getpid());
-    std::filesystem::remove_all(path);
-    std::filesystem::create_directory(path);
+    const std::filesystem::path temporary = std::filesystem::temp_directory_path();
+    std::filesystem::path path;
+    for (int i = _getpid(); path.empty() || !std::filesystem::create_directory(path); ++i)
+        path = temporary / ("vek-test-" + std::to_string(i));
     return path.generic_string();
 }
 

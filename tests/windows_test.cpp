@@ -1,0 +1,104 @@
+// What only Windows does: drives, short names, "\" and letter case in paths, and
+// files that are marked as read-only.
+
+#include "support/scratch.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <windows.h>
+
+namespace fs = std::filesystem;
+
+class Windows : public Scratch {};
+
+// The short form of a path, if the file system makes one.
+static std::string short_form(const std::string &path)
+{
+    char text[VEK_PATH_SIZE] = "";
+    GetShortPathNameA(path.c_str(), text, sizeof text);
+    return text;
+}
+
+static std::string found(const std::string &name)
+{
+    char *block = vorn_vek_search_file("damper", Text(name), 1);
+    std::string path = block;
+    if (!path.empty())
+        free(block);
+    return path;
+}
+
+TEST_F(Windows, PathsAreTakenAsUsersWriteThem)
+{
+    start_session();
+    const std::string path = home + "/private.vek/dampers.tbl/x.dpr";
+    std::string turned = path;
+    for (char &character : turned)
+        character = character == '/' ? '\\' : character;
+    write_file(path);
+    for (const std::string &name :
+         {path, turned, "file://" + path, std::string("<private>\\dampers.tbl\\x.dpr")})
+        EXPECT_EQ(found(name), path) << name;
+    EXPECT_EQ(found("<PRIVATE>/Dampers.tbl/X.DPR"), home + "/private.vek/dampers.tbl/X.DPR");
+    EXPECT_STREQ(vorn_vek_path2alias(Text(turned)), "klvds://private/dampers.tbl/x.dpr");
+    EXPECT_STREQ(vorn_vek_path2alias(Text("c:\\a\\x.dpr")), "file://c:/a/x.dpr");
+    EXPECT_STREQ(vorn_vek_input2full(Text("file:////srv/d/x.dpr")), "//srv/d/x.dpr");
+}
+
+TEST_F(Windows, DrivesHaveCurrentDirectoriesOfTheirOwn)
+{
+    const fs::path here = fs::current_path();
+    EXPECT_EQ(vorn_vek_db_exists("z:/") + vorn_vek_db_exists("z:") + vorn_vek_db_exists("c:"), 3);
+    EXPECT_EQ(vorn_vek_db_exists("q:/"), 0);
+    EXPECT_EQ(fs::current_path(), here);
+    fs::current_path("z:/");
+    EXPECT_EQ(add_database("a " + home + "\\a.vek"), 0);
+    EXPECT_EQ(databases(), Lines{"a " + home + "/a.vek 0"});
+    EXPECT_EQ(fs::current_path(), "z:\\");
+    EXPECT_EQ(vek_db_read("DATABASE c c:/", 0), 0);
+    EXPECT_STREQ(vek_list[1]->path, "c:");
+}
+
+TEST_F(Windows, ShortNamesAreGivenBackInTheirLongForm)
+{
+    const std::string path = home + "/a long directory.vek";
+    make_dir(path);
+    const std::string abbreviated = short_form(path);
+    if (abbreviated.find('~') == std::string::npos)
+        GTEST_SKIP() << "this file system makes no short names";
+    EXPECT_EQ(std::string(_vek_getlongpath(abbreviated.c_str())).substr(home.size()),
+              path.substr(home.size()));
+    EXPECT_EQ(add_database("a " + abbreviated), 0);
+    EXPECT_TRUE(std::string(vek_list[0]->path).ends_with("/a long directory.vek"));
+}
+
+TEST_F(Windows, AReadOnlyFileIsLeftAlone)
+{
+    start_session();
+    host::printed();
+    SetFileAttributesA(".vorn.cfg", FILE_ATTRIBUTE_READONLY);
+    if (std::ofstream(".vorn.cfg", std::ios::app))
+        GTEST_SKIP() << "this user may write to read-only files, as root may under Wine";
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
+    EXPECT_EQ(said(), "> WARNING: Private cfg file " + home +
+                          "/.vorn.cfg is unwritable.\n"
+                          "> WARNING: It will not be updated during the session.\n");
+    write_file("a");
+    EXPECT_EQ(vorn_vek_copy_file2file(Text("a"), Text(".vorn.cfg")), 1);
+    EXPECT_EQ(vorn_vek_delete_file(Text(".vorn.cfg")), 1);
+    EXPECT_EQ(said(), "> ERROR: Cannot create file 'file://.vorn.cfg' : Permission denied\n"
+                      "> ERROR: Could not delete file 'file://.vorn.cfg' : Permission denied\n");
+    EXPECT_EQ(read_file(".vorn.cfg"), private_cfg);
+    SetFileAttributesA(".vorn.cfg", FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(Windows, LetterCaseAloneCanBeChanged)
+{
+    write_file("name.dpr", "text");
+    EXPECT_EQ(vorn_vek_rename_file(Text("name.dpr"), Text("Name.dpr")), 0);
+    ASSERT_EQ(listing(".").size(),
+              1u); // in letters of the system's choice: Wine keeps the old ones
+    EXPECT_EQ(vorn_vek_copy_file2file(Text("NAME.dpr"), Text("Name.DPR")), 1);
+    EXPECT_EQ(read_file("name.DPR"), "text");
+}
