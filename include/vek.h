@@ -41,7 +41,10 @@
 #ifndef VEK_H
 #define VEK_H
 
-/* Sizes in bytes, the terminator included.  */
+/* ---- Sizes ------------------------------------------------------------
+
+   In bytes, the terminator included.  */
+
 #define VEK_PATH_SIZE 268      /* a path text */
 #define VEK_CFG_PATH_SIZE 267  /* the path of a configuration file */
 #define VEK_CFG_FILE_COUNT 3   /* configuration files of one start */

@@ -44,4 +44,6 @@ test_packages=("${build_packages[@]}" libgtest-dev:gtest/gtest.h binutils:nm)
 windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mingw32-g++-posix
     wine:wine)
 # shellcheck disable=SC2034
+docs_packages=(doxygen:doxygen)
+# shellcheck disable=SC2034
 lint_packages=("${test_packages[@]}" clang-format:clang-format clang-tidy:clang-tidy)
