@@ -52,6 +52,12 @@ if(SANITIZED)
 endif()
 expect_none_of("asked for" "${asked}" "${core};${c_library}")
 
+# Hosts that are linked once find the library under this name from then on.
+run(lines ${READELF} -d ${LIBRARY})
+if(NOT "${lines}" MATCHES "SONAME[^;]*\\[libvek\\.so\\.1]")
+  message(SEND_ERROR "${LIBRARY} is not libvek.so.1: ${lines}")
+endif()
+
 foreach(library ${LIBRARY} ${HOST_LIBRARY})
   run(lines ${READELF} -d ${library})
   if(NOT "${lines}" MATCHES "NEEDED[^;]*libc\\.")
