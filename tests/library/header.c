@@ -1,1 +1,2 @@
+#include "hsk_control.h"
 #include "vek.h"
