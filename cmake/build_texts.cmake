@@ -5,7 +5,7 @@
 cmake_minimum_required(VERSION 3.25)
 
 # The options among the words of a command: not the compiler, nor what only says
-# which files are read and written.
+# which files are read and written, and how their places are told.
 function(keep_options variable command)
   separate_arguments(words UNIX_COMMAND "${command}")
   list(POP_FRONT words)
@@ -16,7 +16,7 @@ function(keep_options variable command)
       set(skips_next OFF)
     elseif(word MATCHES "^(-o|-c|-isystem)$")
       set(skips_next ON)
-    elseif(NOT word MATCHES "^-I")
+    elseif(NOT word MATCHES "^(-I|-f[a-z]+-prefix-map=)")
       list(APPEND kept "${word}")
     endif()
   endforeach()
