@@ -168,7 +168,8 @@ VEK_API const char *vorn_vek_get_os(void);
    statements are refused there only.  "$" in `path` is not expanded.
    Result: 0 every statement was accepted; 1 the file does not open; otherwise
    the code of the last refused statement, 1 to 6.
-   A statement has at most 266 characters, its comment not counted.
+   A statement has at most 266 characters, its comment not counted; what a
+   comment has beyond them is read as a line of its own.
    Prints "Reading configuration file '<path>'", or a report that it does not
    open; one or two reports for each refused statement, with line number and
    path, behind those of vek_db_read, vek_set_write_db, vek_tbl_read,
@@ -338,9 +339,9 @@ VEK_API const char *vorn_vek_level2db(int level);
    otherwise nothing is added: 1, with a report, for a name or path that is
    empty or too long, else the code of vek_db_read, with a report for 2, 3 and
    6.
-   The next session finds it in the private file if that can hold it: a name or
-   path with "!", a name of two words, and a path of more than 234 characters
-   are lost with the session.  */
+   The next session finds it in the private file if that has a DATABASE line
+   and can hold it: a name or path with "!", a name of two words, and a path of
+   more than 234 characters are lost with the session.  */
 VEK_API int vorn_vek_db_add(const char *name, const char *path, int level);
 
 /* Remove a database from the list, not from the disk, and call vorn_wrt_cfg,
@@ -480,7 +481,7 @@ VEK_API const char *vorn_vek_input2path(char *text);
 
 /* What follows the last "/", or all.  Turns "\" in `text`.
    until: vorn_vek_add_extension, vorn_vek_path2alias, the file operations
-   below and those of vorn_vek_input2path.  */
+   below, what updates the private file, and those of vorn_vek_input2path.  */
 VEK_API const char *vorn_vek_input2file(char *text);
 
 /* The file name without its last "." and what follows.  Turns "\" in `text`.
