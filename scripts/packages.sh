@@ -44,7 +44,7 @@ test_packages=("${build_packages[@]}" "${fortran_packages[@]}" libgtest-dev:gtes
     binutils:nm pkgconf:pkg-config)
 # shellcheck disable=SC2034
 windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mingw32-g++-posix
-    wine:wine)
+    gfortran-mingw-w64-x86-64-posix:x86_64-w64-mingw32-gfortran-posix wine:wine)
 # shellcheck disable=SC2034
 docs_packages=(doxygen:doxygen)
 # shellcheck disable=SC2034

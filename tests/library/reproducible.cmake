@@ -19,7 +19,7 @@ function(build source build)
 endfunction()
 
 set(copy ${WORK_DIR}/copy)
-set(parts CMakeLists.txt cmake fortran hsk include src tools)
+set(parts CMakeLists.txt cmake docs fortran hsk include src tools)
 list(TRANSFORM parts PREPEND ${SOURCE}/)
 file(COPY ${parts} DESTINATION ${copy})
 build(${SOURCE} ${WORK_DIR}/first)
