@@ -102,3 +102,11 @@ TEST_F(Windows, LetterCaseAloneCanBeChanged)
     EXPECT_EQ(vorn_vek_copy_file2file(Text("NAME.dpr"), Text("Name.DPR")), 1);
     EXPECT_EQ(read_file("name.DPR"), "text");
 }
+
+TEST_F(Windows, TheDirectoryForTemporaryFilesStays)
+{
+    const std::string first = vorn_vek_tmp_file_path();
+    EXPECT_TRUE(first.ends_with("/") && fs::is_directory(first)) << first;
+    set("TMP", home);
+    EXPECT_EQ(vorn_vek_tmp_file_path(), first);
+}

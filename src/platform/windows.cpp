@@ -109,7 +109,7 @@ bool platform_long_path(const char *path, char *to, size_t width)
 
 // The directory of a name that the system proposes; the name itself is thrown
 // away.  A name without a directory stays whole.
-bool platform_temporary_dir(char *to, size_t width)
+static bool find_temporary_dir(char *to, size_t width)
 {
     char *name = _tempnam("c:/temp", "");
     if (name == nullptr)
@@ -122,6 +122,17 @@ bool platform_temporary_dir(char *to, size_t width)
         last[1] = '\0';
     int length = snprintf(to, width, "%s", name);
     free(name);
+    return length > 0 && static_cast<size_t>(length) < width;
+}
+
+// The same at every call, whatever becomes of the variables that the system
+// goes by.
+bool platform_temporary_dir(char *to, size_t width)
+{
+    static char temporary_dir[MAX_PATH];
+    if (temporary_dir[0] == '\0' && !find_temporary_dir(temporary_dir, sizeof temporary_dir))
+        temporary_dir[0] = '\0';
+    int length = snprintf(to, width, "%s", temporary_dir);
     return length > 0 && static_cast<size_t>(length) < width;
 }
 
