@@ -9,8 +9,10 @@
 #define HSK_PLUGIN_LIST_SIZE 65536 /* a model's list, the terminator included */
 #define HSK_ANSWER_COUNT 16        /* scripted answers that can wait */
 
-#if defined _WIN32
+#if defined _WIN32 && defined HSK_BUILD
 #define HSK_API __declspec(dllexport)
+#elif defined _WIN32
+#define HSK_API __declspec(dllimport)
 #else
 #define HSK_API __attribute__((visibility("default")))
 #endif

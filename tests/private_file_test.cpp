@@ -217,3 +217,23 @@ TEST_F(PrivateFile, TellsWhyItIsNotUpdated)
     EXPECT_EQ(said(), "> WARNING: Private cfg file none/my.cfg is unwritable.\n"
                       "> WARNING: It will not be updated during the session.\n");
 }
+
+TEST_F(PrivateFile, IsNotLeftHalfMadeNorIsTheCopyOfAnotherLost)
+{
+    start();
+    const std::string dir = vorn_vek_tmp_file_path();
+    make_dir(dir + "new_cfg_file");
+    EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", "new.cfg", nullptr), 0);
+    EXPECT_FALSE(std::filesystem::exists("new.cfg"));
+    std::filesystem::remove(dir + "new_cfg_file");
+    write_file(dir + "tmp_cfg_file", "of another");
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+    EXPECT_FALSE(std::filesystem::exists(dir + "tmp_cfg_file"));
+    EXPECT_EQ(read_file(dir + "tmp_cfg_file.1"), "of another");
+    std::filesystem::remove(dir + "tmp_cfg_file.1");
+    if (on_windows) {
+        host::printed();
+        set("KLV_VORN_PRIVATE_CFG", "NUL"); // has no disk
+        EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+    }
+}

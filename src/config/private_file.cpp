@@ -12,6 +12,7 @@
 #include "text/text.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -225,6 +226,21 @@ static int replace_text(const char *path, const char *backup, const char *tag, c
     return result;
 }
 
+// A copy that is there may be the only whole text of somebody's file: of a
+// process that was killed, or that keeps it for its user.
+static bool spare_copy_of_others()
+{
+    if (vek_file_exists(copy_path) == 0)
+        return true;
+    for (int number = 1; number < 1000; ++number) {
+        char spared[VEK_PATH_SIZE + 4];
+        snprintf(spared, sizeof spared, "%s.%d", copy_path, number);
+        if (platform_rename(copy_path, spared))
+            return true;
+    }
+    return false;
+}
+
 // The directory for temporary files is held by those who share it.
 static int write_held(const char *path, const char *backup, const char *tag, const char *name)
 {
@@ -232,10 +248,14 @@ static int write_held(const char *path, const char *backup, const char *tag, con
     if (dir == nullptr || !text_join(copy_path, {dir, "tmp_cfg_file"}) ||
         !text_join(fresh_path, {dir, "new_cfg_file"}))
         return refuse(path, "There is no directory for temporary files");
+    int result = 0;
     intptr_t hold = platform_hold_temporary_dir();
-    int result = vek_strcasecmp(tag, "vek_chk_cfg_files") == 0
-                     ? write_new_file(path, tag)
-                     : replace_text(path, backup, tag, name);
+    if (vek_strcasecmp(tag, "vek_chk_cfg_files") == 0)
+        result = write_new_file(path, tag);
+    else if (spare_copy_of_others())
+        result = replace_text(path, backup, tag, name);
+    else
+        refuse(path, strerror(EEXIST));
     platform_remove_file(fresh_path);
     platform_let_temporary_dir_go(hold);
     return result;
@@ -285,8 +305,9 @@ static int update(const char *path, const char *tag, const char *name_given, bac
     bool has_backup = !is_new && back_up(path, backup, wish);
     int result = write_held(path, has_backup ? backup : nullptr, tag, name);
     if (result == 0 && is_new)
-        platform_remove_file(path);
-    platform_let_go(hold);
+        platform_let_go_and_remove(hold, path);
+    else
+        platform_let_go(hold);
     return result;
 }
 

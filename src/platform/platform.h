@@ -35,6 +35,7 @@ bool platform_flush_file(const char *path);
 // no locks, nothing is held.
 intptr_t platform_hold_file(const char *path, bool *is_new);
 void platform_let_go(intptr_t hold);
+void platform_let_go_and_remove(intptr_t hold, const char *path); // for a new file, still empty
 // Wait until nobody holds the open file, and keep it from being held until it is
 // closed.
 void platform_share(FILE *file);

@@ -183,6 +183,12 @@ void platform_let_go(intptr_t hold)
     close(static_cast<int>(hold));
 }
 
+void platform_let_go_and_remove(intptr_t hold, const char *path)
+{
+    unlink(path);
+    platform_let_go(hold);
+}
+
 bool platform_long_path(const char *, char *, size_t)
 {
     return false; // no system of this family shortens names

@@ -25,10 +25,22 @@ bool platform_make_dir(const char *path)
     return _mkdir(path) == 0;
 }
 
+// Nothing is handed to child processes: they would keep files from being
+// removed, and locks from ending.
+static FILE *open_stream(const char *path, int flags, const char *mode)
+{
+    flags |= strchr(mode, 'b') == nullptr ? _O_TEXT : _O_BINARY;
+    int file = _open(path, flags | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    FILE *stream = file < 0 ? nullptr : _fdopen(file, mode);
+    if (file >= 0 && stream == nullptr)
+        _close(file);
+    return stream;
+}
+
 // The C runtime does not open directories for reading.
 FILE *platform_open_to_read(const char *path, const char *mode)
 {
-    return fopen(path, mode);
+    return open_stream(path, _O_RDONLY, mode);
 }
 
 bool platform_opens_for_reading(const char *path)
@@ -49,14 +61,38 @@ bool platform_create_file(const char *path)
     return true;
 }
 
+static HANDLE handle_of(int file)
+{
+    return reinterpret_cast<HANDLE>(_get_osfhandle(file));
+}
+
+static bool is_on_disk(int file)
+{
+    return GetFileType(handle_of(file)) == FILE_TYPE_DISK;
+}
+
+// The file is emptied when nothing can fail any more, which also serves hidden
+// files: creating one anew is refused.
 FILE *platform_open_to_write(const char *path, const char *mode)
 {
-    return fopen(path, mode);
+    bool appends = *mode == 'a';
+    FILE *stream = open_stream(path, _O_WRONLY | _O_CREAT | (appends ? _O_APPEND : 0), mode);
+    if (stream == nullptr || appends || !is_on_disk(_fileno(stream)) ||
+        _chsize(_fileno(stream), 0) == 0)
+        return stream;
+    fclose(stream);
+    errno = EACCES;
+    return nullptr;
+}
+
+static bool flush(int file)
+{
+    return !is_on_disk(file) || _commit(file) == 0;
 }
 
 bool platform_flush(FILE *file)
 {
-    return fflush(file) == 0 && _commit(_fileno(file)) == 0;
+    return fflush(file) == 0 && flush(_fileno(file));
 }
 
 // Only a file that is open for writing can be flushed.
@@ -65,7 +101,7 @@ bool platform_flush_file(const char *path)
     int file = _open(path, _O_WRONLY | _O_NOINHERIT);
     if (file < 0)
         return false;
-    bool is_done = _commit(file) == 0;
+    bool is_done = flush(file);
     _close(file);
     return is_done;
 }
@@ -76,7 +112,7 @@ static void lock(int file, DWORD kind)
 {
     OVERLAPPED place = {};
     place.OffsetHigh = 0x7fffffff;
-    LockFileEx(reinterpret_cast<HANDLE>(_get_osfhandle(file)), kind, 0, 1, 0, &place);
+    LockFileEx(handle_of(file), kind, 0, 1, 0, &place);
 }
 
 intptr_t platform_hold_file(const char *path, bool *is_new)
@@ -98,31 +134,58 @@ void platform_share(FILE *file)
 
 void platform_let_go(intptr_t hold)
 {
-    _close(static_cast<int>(hold));
+    int file = static_cast<int>(hold);
+    OVERLAPPED place = {};
+    place.OffsetHigh = 0x7fffffff;
+    UnlockFileEx(handle_of(file), 0, 1, 0, &place);
+    _close(file);
+}
+
+// A file that is held can't be removed here.  Who holds it next may have written
+// to it meanwhile.
+void platform_let_go_and_remove(intptr_t hold, const char *path)
+{
+    platform_let_go(hold);
+    HANDLE file = CreateFileA(path, GENERIC_READ | DELETE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return;
+    LARGE_INTEGER size;
+    FILE_DISPOSITION_INFO removal = {TRUE};
+    if (GetFileSizeEx(file, &size) && size.QuadPart == 0)
+        SetFileInformationByHandle(file, FileDispositionInfo, &removal, sizeof removal);
+    CloseHandle(file);
+}
+
+static void turn_separators(char *path)
+{
+    for (; *path != '\0'; ++path)
+        if (*path == '\\')
+            *path = '/';
 }
 
 bool platform_long_path(const char *path, char *to, size_t width)
 {
     DWORD length = GetLongPathNameA(path, to, static_cast<DWORD>(width));
-    return length > 0 && length < width;
+    if (length == 0 || length >= width)
+        return false;
+    turn_separators(to);
+    return true;
 }
 
 // The directory of a name that the system proposes; the name itself is thrown
-// away.  A name without a directory stays whole.
-static bool find_temporary_dir(char *to, size_t width)
+// away.  A relative one would lead elsewhere after a change of directory.
+static bool find_temporary_dir(char (&to)[MAX_PATH])
 {
     char *name = _tempnam("c:/temp", "");
-    if (name == nullptr)
+    bool is_found = name != nullptr && _fullpath(to, name, sizeof to) != nullptr;
+    free(name);
+    if (!is_found)
         return false;
-    for (char *place = name; *place != '\0'; ++place)
-        if (*place == '\\')
-            *place = '/';
-    char *last = strrchr(name, '/');
+    turn_separators(to);
+    char *last = strrchr(to, '/');
     if (last != nullptr)
         last[1] = '\0';
-    int length = snprintf(to, width, "%s", name);
-    free(name);
-    return length > 0 && static_cast<size_t>(length) < width;
+    return last != nullptr;
 }
 
 // The same at every call, whatever becomes of the variables that the system
@@ -130,16 +193,20 @@ static bool find_temporary_dir(char *to, size_t width)
 bool platform_temporary_dir(char *to, size_t width)
 {
     static char temporary_dir[MAX_PATH];
-    if (temporary_dir[0] == '\0' && !find_temporary_dir(temporary_dir, sizeof temporary_dir))
+    if (temporary_dir[0] == '\0' && !find_temporary_dir(temporary_dir))
         temporary_dir[0] = '\0';
     int length = snprintf(to, width, "%s", temporary_dir);
     return length > 0 && static_cast<size_t>(length) < width;
 }
 
-// All processes of a user have one directory here.
+// All processes of a user have one directory here, as far as their variables say
+// so.  Where the mutex can't be had, nothing is held.
 intptr_t platform_hold_temporary_dir()
 {
-    HANDLE mutex = CreateMutexA(nullptr, FALSE, "Local\\vek_cfg_file");
+    char name[MAX_PATH];
+    const char *user = getenv("USERNAME");
+    snprintf(name, sizeof name, "Global\\vek_cfg_file_%s", user == nullptr ? "" : user);
+    HANDLE mutex = CreateMutexA(nullptr, FALSE, name);
     if (mutex != nullptr)
         WaitForSingleObject(mutex, INFINITE);
     return reinterpret_cast<intptr_t>(mutex);
@@ -159,21 +226,30 @@ void platform_create_like(const char *, const char *)
 {
 }
 
-static bool file_identity(const char *path, BY_HANDLE_FILE_INFORMATION *identity)
+static HANDLE open_for_identity(const char *path, BY_HANDLE_FILE_INFORMATION *identity)
 {
     HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                               nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return false;
-    bool known = GetFileInformationByHandle(file, identity) != 0;
-    CloseHandle(file);
-    return known;
+    if (file == INVALID_HANDLE_VALUE || GetFileInformationByHandle(file, identity) == 0)
+        *identity = {};
+    return file;
 }
 
+static void close_if_open(HANDLE file)
+{
+    if (file != INVALID_HANDLE_VALUE)
+        CloseHandle(file);
+}
+
+// An identity lasts while the file is open.  A file system that has none gives 0.
 bool platform_same_file(const char *first, const char *second)
 {
     BY_HANDLE_FILE_INFORMATION one, other;
-    return file_identity(first, &one) && file_identity(second, &other) &&
+    HANDLE first_file = open_for_identity(first, &one);
+    HANDLE second_file = open_for_identity(second, &other);
+    close_if_open(first_file);
+    close_if_open(second_file);
+    return (one.nFileIndexHigh != 0 || one.nFileIndexLow != 0) &&
            one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
            one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
 }
