@@ -17,6 +17,10 @@ Scratch::Scratch()
     home = make_scratch_dir();
     fs::current_path(home);
     set("HOME", home);
+    if (on_windows) { // where all processes would share one directory
+        make_dir(home + "-tmp");
+        set("TMP", home + "-tmp");
+    }
 }
 
 Scratch::~Scratch()
@@ -24,6 +28,7 @@ Scratch::~Scratch()
     fs::current_path("/");
     std::error_code ignored; // some paths here are too long for a system
     fs::remove_all(home, ignored);
+    fs::remove_all(home + "-tmp", ignored);
 }
 
 void set(const std::string &name, const std::string &value)
