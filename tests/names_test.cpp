@@ -82,16 +82,6 @@ TEST_F(Names, BecomeOneAnother)
     EXPECT_STREQ(vorn_vek_expand2full(other), "u/private.vek/y");
 }
 
-// A search, with the block of its result released.
-static std::string search(char *name, int level = 1, const std::string &file_class = "damper")
-{
-    char *result = vorn_vek_search_file(file_class.c_str(), name, level);
-    std::string found = result;
-    if (!found.empty())
-        free(result);
-    return found;
-}
-
 TEST_F(Names, AreSearchedFor)
 {
     define();

@@ -69,9 +69,11 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
     write_file(file, "DATABASE x");
     EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1);
     EXPECT_EQ(read_file(file), "DATABASE     %n                 %n\nDATABASE x");
-    write_file(file, "DATABASE x");
-    EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "a\nTABLE b"), 1);
-    EXPECT_EQ(read_file(file), "DATABASE x");
+    for (const char *name : {"a\nTABLE b", " \t", ""}) { // what no statement can hold
+        write_file(file, "DATABASE x");
+        EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", name), 1);
+        EXPECT_EQ(read_file(file), "DATABASE x");
+    }
 }
 
 TEST_F(PrivateFile, OrderStatementHoldsTheNamesThatFit)

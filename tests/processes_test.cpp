@@ -7,9 +7,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <filesystem>
 #include <random>
 #include <set>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -113,8 +115,8 @@ TEST_F(Processes, ANextSessionHasTheEditsOfTheLast)
 TEST_F(Processes, WaitForEachOthersUpdates)
 {
     start_session();
-    const std::string other = "ENVIRONMENT A_B c\n";
-    for (bool reads : {false, true}) {
+    const std::string other = "ENVIRONMENT A_B c\nTESTRIG rig from_the_other\n";
+    for (int reader : {0, 1, 2}) { // an update, and the two that read
         int held[2];
         ASSERT_EQ(pipe(held), 0);
         write_file(file);
@@ -131,12 +133,15 @@ TEST_F(Processes, WaitForEachOthersUpdates)
         ASSERT_EQ(read(held[0], &byte, 1), 1);
         host::printed();
         const std::string path = home + "/" + file;
-        if (reads)
-            EXPECT_EQ(vek_cfg_read(path.c_str(), 1) + vek_env_read(Text(path)), 0);
+        if (reader == 0)
+            vorn_wrt_cfg("x", nullptr);
+        else if (reader == 1)
+            vek_cfg_read(path.c_str(), 1);
         else
-            EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
-        EXPECT_EQ(host::calls_of("vc_putenv").size(), reads ? 1u : 0u);
+            vek_env_read(Text(path));
         EXPECT_EQ(read_file(backup), other); // of the update
+        EXPECT_STREQ(vorn_vek_get_def_testrig("rig"), reader == 0 ? "" : "from_the_other");
+        EXPECT_EQ(host::calls_of("vc_putenv").size(), reader == 2 ? 1u : 0u);
     }
 }
 
@@ -164,6 +169,55 @@ TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
     EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", "link.cfg", nullptr), 0);
     EXPECT_TRUE(std::filesystem::is_symlink("link.cfg"));
     std::filesystem::remove(std::string(vorn_vek_tmp_file_path()) + "new_cfg_file");
+}
+
+// A copy that is cut short counts as none, and is not remembered.
+TEST_F(Processes, TellOfCopiesThatAreCutShort)
+{
+    start_session();
+    host::printed();
+    signal(SIGXFSZ, SIG_IGN);
+    const std::string old = private_cfg + xs(5000) + "\n";
+    const std::string copy = std::string(vorn_vek_tmp_file_path()) + "tmp_cfg_file";
+    const std::string cut = "could not be written: File too large\n";
+    write_file(file, old);
+    rlimit usual, small;
+    getrlimit(RLIMIT_FSIZE, &usual);
+    small = usual;
+    small.rlim_cur = 100;
+    setrlimit(RLIMIT_FSIZE, &small);
+    int result = vorn_sav_cfg(); // with a backup
+    setrlimit(RLIMIT_FSIZE, &usual);
+    EXPECT_EQ(result, 0);
+    std::string lines = said();
+    EXPECT_NE(lines.find("> ERROR: Cannot create file '" + home + "/" + backup + "' : File too"),
+              lines.npos);
+    EXPECT_TRUE(lines.ends_with(cut)) << lines;
+    EXPECT_EQ(lines.find("backup created"), lines.npos);
+    EXPECT_EQ(read_file(file), old);
+    EXPECT_FALSE(std::filesystem::exists(copy));
+    make_dir(copy);
+    host::answer = 1; // without one
+    EXPECT_EQ(vorn_sav_cfg(), 0);
+    EXPECT_EQ(said(), "> ERROR: Cannot create file 'file://" + copy + "' : Is a directory\n");
+    std::filesystem::remove(copy);
+}
+
+// What can't be written can still be read, and the user has asked for it.
+TEST_F(Processes, BackUpAFileThatCannotBeWritten)
+{
+    start_session();
+    std::filesystem::permissions(file, std::filesystem::perms(0444));
+    std::filesystem::permissions(home, std::filesystem::perms(0777));
+    EXPECT_EQ(in_child([] {
+                  host::printed();
+                  if (geteuid() == 0 && seteuid(65534) != 0) // root may write to all files
+                      return std::string("still root");
+                  std::string result = std::to_string(vorn_sav_cfg());
+                  return result + host::printed().back();
+              }),
+              "0WARNING: It will not be updated during the session.");
+    EXPECT_EQ(read_file(file) + read_file(backup), private_cfg + private_cfg);
 }
 
 // Each process has a directory of its own for its copy.

@@ -146,9 +146,20 @@ static int pour(FILE *fresh, const char *path)
     return error == 0 ? last : error;
 }
 
+// The result of an update for that of pour; a failure is told.
+static int told(const char *path, int error)
+{
+    if (error < 0)
+        return refuse_to_open(path);
+    return error == 0 ? 1 : refuse(path, strerror(error));
+}
+
+// A file that can't be read may still be open for its end to be found.
 static bool has_text(const char *path)
 {
-    FILE *file = platform_open_to_write(path, "a");
+    FILE *file = platform_open_to_read(path, "rb");
+    if (file == nullptr)
+        file = platform_open_to_write(path, "a");
     bool result = file != nullptr && fseek(file, 0, SEEK_END) == 0 && ftell(file) > 0;
     if (file != nullptr)
         fclose(file);
@@ -162,12 +173,7 @@ static int write_new_file(const char *path, const char *tag)
     if (has_text(path))
         return 1;
     FILE *fresh = compose(path, nullptr, tag, nullptr);
-    int error = fresh == nullptr ? 0 : pour(fresh, path);
-    if (error < 0)
-        return refuse_to_open(path);
-    if (error > 0)
-        return refuse(path, strerror(error));
-    return fresh == nullptr ? 0 : 1;
+    return fresh == nullptr ? 0 : told(path, pour(fresh, path));
 }
 
 // Copying does not tell of a copy that was cut short.
@@ -206,13 +212,10 @@ static int write_over(const char *path, const char *standing, const char *tag, c
         return refuse(path, strerror(error));
     }
     int error = pour(fresh, path);
-    if (error == 0)
-        return 1;
-    if (error < 0)
-        return refuse_to_open(path);
-    refuse(path, strerror(error));
-    put_back(path);
-    return 0;
+    int result = told(path, error);
+    if (error > 0)
+        put_back(path);
+    return result;
 }
 
 // `backup` is the path of a whole backup, or null.
@@ -237,6 +240,8 @@ static bool spare_copy_of_others()
         snprintf(spared, sizeof spared, "%s.%d", copy_path, number);
         if (platform_rename(copy_path, spared))
             return true;
+        if (errno != EEXIST)
+            return false;
     }
     return false;
 }
@@ -255,7 +260,7 @@ static int write_held(const char *path, const char *backup, const char *tag, con
     else if (spare_copy_of_others())
         result = replace_text(path, backup, tag, name);
     else
-        refuse(path, strerror(EEXIST));
+        refuse(path, strerror(errno));
     platform_remove_file(fresh_path);
     platform_let_temporary_dir_go(hold);
     return result;
@@ -284,15 +289,15 @@ static bool back_up(const char *path, const char *backup, backup_wish wish)
 }
 
 // The file is held from before its backup to the end.  One that only the hold
-// has made goes if nothing comes of it.
+// has made goes if nothing comes of it.  The name is copied: it may lie in a
+// buffer that naming a file overwrites.
 static int update(const char *path, const char *tag, const char *name_given, backup_wish wish)
 {
     char name[VEK_PATH_SIZE];
     char backup[VEK_PATH_SIZE];
     if (waits_for_user())
         return 0;
-    text_copy(name,
-              text_or_empty(name_given)); // it may lie in a buffer that naming files overwrites
+    text_copy(name, text_or_empty(name_given));
     text_copy(backup, path);
     turn_to_backup(backup);
     bool is_new = false;

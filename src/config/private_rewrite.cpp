@@ -70,8 +70,9 @@ static bool replace_line(rewriting *now, const private_line *line)
 // What no statement could name stays out; one with a line end would be two.
 static const char *name_or_none(const char *name)
 {
-    bool can_stand =
-        !text_is_empty(name) && strlen(name) < VEK_PATH_SIZE && strpbrk(name, "\r\n") == nullptr;
+    const char *rest = text_or_empty(name);
+    bool can_stand = text_take_word(&rest).length > 0 && strlen(name) < VEK_PATH_SIZE &&
+                     strpbrk(name, "\r\n") == nullptr;
     return can_stand ? name : nullptr;
 }
 

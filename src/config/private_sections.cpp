@@ -106,31 +106,18 @@ static int write_personal_tables(FILE *out)
     return count;
 }
 
-static int write_personal_propfiles(FILE *out)
+static int write_personal_defaults(FILE *out, const char *keyword, const vek_dflt_list *list,
+                                   bool as_aliases)
 {
     int count = 0;
-    const vek_dflt_list *list = vek_propfile_defaults;
     for (int i = 0; list != nullptr && i < list->count; ++i) {
         const vek_dflt_rec *entry = list->entries[i];
         if (!is_personal(entry->cfg_index))
             continue;
-        char path[VEK_PATH_SIZE];
-        text_copy(path, entry->value);
-        fprintf(out, "%-12s %-18s %s\n", "PROPFILE", entry->class_, vorn_vek_path2alias(path));
-        ++count;
-    }
-    return count;
-}
-
-static int write_personal_testrigs(FILE *out)
-{
-    int count = 0;
-    const vek_dflt_list *list = vek_testrig_defaults;
-    for (int i = 0; list != nullptr && i < list->count; ++i) {
-        const vek_dflt_rec *entry = list->entries[i];
-        if (!is_personal(entry->cfg_index))
-            continue;
-        fprintf(out, "%-12s %-18s %s\n", "TESTRIG", entry->class_, entry->value);
+        char value[VEK_PATH_SIZE];
+        text_copy(value, entry->value);
+        fprintf(out, "%-12s %-18s %s\n", keyword, entry->class_,
+                as_aliases ? vorn_vek_path2alias(value) : value);
         ++count;
     }
     return count;
@@ -150,7 +137,7 @@ void _vek_print_propfile_section(FILE *out, const char *tag)
 {
     open_section(out, "List of personal default property files",
                  "!            Type class         Default property file\n");
-    if (is_save(tag) && write_personal_propfiles(out) > 0)
+    if (is_save(tag) && write_personal_defaults(out, "PROPFILE", vek_propfile_defaults, true) > 0)
         return;
     fputs("! Example property file entry:\n", out);
     fputs("!PROPFILE     damper            <private>/dampers.tbl/myfile.dpr\n", out);
@@ -160,7 +147,7 @@ void _vek_print_testrig_section(FILE *out, const char *tag)
 {
     open_section(out, "List of personal default testrigs",
                  "!            Assembly class        Name of testrig\n");
-    if (is_save(tag) && write_personal_testrigs(out) > 0)
+    if (is_save(tag) && write_personal_defaults(out, "TESTRIG", vek_testrig_defaults, false) > 0)
         return;
     fputs("! Example testrig entry:\n", out);
     fprintf(out, "%-12s %-18s %s\n", "!TESTRIG", "suspension", ".__MY_TESTRIG");

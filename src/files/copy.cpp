@@ -30,7 +30,6 @@ static void transfer(FILE *source, FILE *target)
 {
     char block[512];
     size_t length;
-    vek_copy_error = 0;
     do {
         length = fread(block, 1, sizeof block, source);
         if ((length < sizeof block && ferror(source) != 0) ||
@@ -80,6 +79,7 @@ static void print_success(file_path *source, file_path *target)
 int vorn_vek_copy_file2file(char *source, char *target)
 {
     file_path from, to;
+    vek_copy_error = 0;
     file_path_take(&from, source);
     file_path_take(&to, target);
     if (vek_strcasecmp(from.given, to.given) == 0 || platform_same_file(from.text, to.text))

@@ -1,6 +1,7 @@
 #include "scratch.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -184,6 +185,15 @@ Lines databases()
         rows.push_back(row);
     }
     return rows;
+}
+
+std::string search(char *name, int level, const std::string &file_class)
+{
+    char *result = vorn_vek_search_file(file_class.c_str(), name, level);
+    std::string found = result;
+    if (!found.empty())
+        free(result);
+    return found;
 }
 
 std::string reading(const std::string &path)

@@ -87,6 +87,9 @@ std::string names(); // of the databases, in order, with blanks between them
 // Databases as "name path index: class index, ...".
 Lines databases();
 
+// A search, with the block of its result released.
+std::string search(char *name, int level = 1, const std::string &file_class = "damper");
+
 std::string reading(const std::string &path); // the line that says that a file is read
 
 // KLV_PRODUCT_NAME and vek_set_product_name.
