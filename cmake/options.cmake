@@ -14,3 +14,7 @@ add_library(vek_library_rules INTERFACE)
 target_compile_options(vek_library_rules INTERFACE -fno-exceptions -fno-rtti
                                                    -fno-threadsafe-statics)
 target_link_libraries(vek_library_rules INTERFACE vek_warnings)
+if(VEK_FUZZ)
+  target_compile_options(vek_library_rules INTERFACE -fsanitize=fuzzer-no-link
+                                                     -include ${PROJECT_SOURCE_DIR}/fuzz/support/state_sections.h)
+endif()

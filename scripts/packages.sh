@@ -3,7 +3,7 @@
 
 # need_packages PACKAGE:PROBE...
 # Installs the packages whose probe is missing.  A probe is a command or, if it
-# holds a "/", a header.
+# holds a "/", a header or a pattern for whole paths.
 need_packages() {
     local missing=() pair
     for pair in "$@"; do
@@ -15,7 +15,9 @@ need_packages() {
 }
 
 has_probe() {
-    if [[ $1 == */* ]]; then
+    if [[ $1 == /* ]]; then
+        compgen -G "$1" >/dev/null
+    elif [[ $1 == */* ]]; then
         [[ -e /usr/include/$1 || -e /usr/local/include/$1 ]]
     else
         command -v "$1" >/dev/null
@@ -45,6 +47,9 @@ test_packages=("${build_packages[@]}" "${fortran_packages[@]}" libgtest-dev:gtes
 # shellcheck disable=SC2034
 windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mingw32-g++-posix
     gfortran-mingw-w64-x86-64-posix:x86_64-w64-mingw32-gfortran-posix wine:wine)
+# shellcheck disable=SC2034
+fuzz_packages=("${build_packages[@]}" clang:clang++
+    libclang-rt-dev:/usr/lib/clang/*/lib/linux/libclang_rt.fuzzer-*.a)
 # shellcheck disable=SC2034
 docs_packages=(doxygen:doxygen)
 # shellcheck disable=SC2034

@@ -1,0 +1,37 @@
+// A start from arbitrary configuration files.  The input is the shared file;
+// behind a line "@@@" the site file, behind another the private file.
+
+#include "support/checks.h"
+#include "support/world.h"
+
+static void read_again(const std::string &name, int cfg_index)
+{
+    int result = vek_cfg_read(name.c_str(), cfg_index);
+    EXPECT(0 <= result && result <= 6);
+    expect_sound_registries();
+}
+
+void prepare()
+{
+    set("KLV_VEK_SEARCH", "yes");
+    set("KLV_VORN_SITE_CFG", (home + "/site.cfg").c_str());
+}
+
+void run(std::string_view input)
+{
+    const char *const names[] = {"vorn.cfg", "site.cfg", ".vorn.cfg"};
+    std::vector<std::string> files = split(input, "\n@@@\n");
+    if (files.size() > 3)
+        return;
+    for (size_t i = 0; i < files.size(); ++i)
+        put_file(names[i], files[i]);
+    vek_set_product_name();
+    int result = vorn_vek_init("vorn");
+    EXPECT(-1 <= result && result <= 1);
+    EXPECT(result != 0 || (vorn_vek_get_number_of_veks() > 0 && vorn_vek_get_write_default()));
+    expect_sound_registries();
+    for (size_t i = 0; i < files.size(); ++i)
+        read_again(names[i], (int)i + 1);
+    for (size_t i = 0; i < files.size(); ++i)
+        EXPECT(get_file(names[i]) == files[i] || i == 2);
+}

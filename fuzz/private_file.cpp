@@ -1,0 +1,79 @@
+// Updates and saves of an arbitrary private file.
+
+#include "records.h"
+#include "support/checks.h"
+#include "support/world.h"
+
+static const char file[] = ".vorn.cfg";
+static const char shared_cfg[] = "DATABASE vorn_shared shared.vek\n"
+                                 "TABLE damper dampers.tbl dpr\n"
+                                 "TABLE spring springs.tbl spr\n";
+
+void prepare()
+{
+    set("A_B", "a value");
+    set("BLANK", " ");
+}
+
+static void start(const char *search)
+{
+    begin_process();
+    the_host.keeps_places = true;
+    set("KLV_VEK_SEARCH", search);
+    vorn_vek_cfg_env_read("vorn");
+    vorn_vek_set_write_default_no_cfg_update("vorn_shared"); // if the file has none
+}
+
+static std::string update(const char *tag)
+{
+    EXPECT(vorn_wrt_cfg(tag, "private") == 1);
+    expect_sound_registries();
+    return get_file(file);
+}
+
+// A second update finds nothing to change, and all lines stay that it does not
+// know.
+static void update_twice(const std::string &old)
+{
+    std::string once = update("x");
+    EXPECT(get_file(".vorn.cfq") == old);
+    std::string twice = update("x");
+    EXPECT(once == twice);
+    vorn_vek_db_add("added", "added.vek", 1);
+    EXPECT(get_file(".vorn.cfq") == twice);
+    vorn_vek_db_remove("added");
+    vorn_vek_db_remove("private");
+    expect_sound_registries();
+}
+
+// The personal databases in order, and the default.
+static std::string personal()
+{
+    std::string all = vorn_vek_get_write_default();
+    for (int level = 1; level <= db_count(); ++level)
+        if (db_at(level)->cfg_index == vek_private_cfg_index)
+            all += std::string("\n") + db_at(level)->name + " " + db_at(level)->path;
+    return all;
+}
+
+static void save_and_read()
+{
+    EXPECT(vorn_sav_cfg() == 1);
+    std::string saved = get_file(file), in_session = personal();
+    start("yes");
+    EXPECT(vek_cfg_read(file, 3) != 1);
+    start("yes");
+    EXPECT(personal() == in_session);
+    EXPECT(vorn_sav_cfg() == 1);
+    EXPECT(get_file(file) == saved);
+}
+
+void run(std::string_view input)
+{
+    put_file("vorn.cfg", shared_cfg);
+    put_file(file, input);
+    start("yes");
+    if (!input.empty())
+        update_twice(std::string(input));
+    save_and_read();
+}

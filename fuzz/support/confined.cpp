@@ -1,0 +1,133 @@
+#include "support/confined.h"
+
+#include "support/world.h"
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdlib>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <unordered_set>
+
+bool confined;
+
+// ---- Memory ----
+
+static std::unordered_set<void *> blocks;
+static int left; // allocations up to the one that fails
+
+void fail_allocation(int nth)
+{
+    left = nth;
+}
+
+static bool fails_now()
+{
+    return confined && left > 0 && --left == 0;
+}
+
+static void *keep(void *block)
+{
+    if (confined && block != nullptr)
+        blocks.insert(block);
+    return block;
+}
+
+extern "C" {
+void *__real_malloc(size_t size);
+void *__real_calloc(size_t count, size_t size);
+void *__real_realloc(void *block, size_t size);
+void __real_free(void *block);
+
+void *__wrap_malloc(size_t size)
+{
+    return fails_now() ? nullptr : keep(__real_malloc(size));
+}
+void *__wrap_calloc(size_t count, size_t size)
+{
+    return fails_now() ? nullptr : keep(__real_calloc(count, size));
+}
+void *__wrap_realloc(void *block, size_t size)
+{
+    if (fails_now())
+        return nullptr;
+    blocks.erase(block);
+    return keep(__real_realloc(block, size));
+}
+void __wrap_free(void *block)
+{
+    blocks.erase(block);
+    __real_free(block);
+}
+}
+
+void confined_release_all()
+{
+    for (void *block : blocks)
+        __real_free(block);
+    blocks.clear();
+}
+
+// ---- Files ----
+
+static bool is_outside(const char *path)
+{
+    if (!confined)
+        return false;
+    std::error_code failed;
+    std::filesystem::path whole = std::filesystem::absolute(path, failed).lexically_normal();
+    bool is_inside = !failed && (whole.native() + "/").starts_with(home + "/");
+    errno = EACCES;
+    return !is_inside;
+}
+
+extern "C" {
+int __real_open(const char *path, int flags, ...);
+int __real_mkdir(const char *path, mode_t mode);
+int __real_unlink(const char *path);
+int __real_remove(const char *path);
+int __real_rename(const char *from, const char *to);
+int __real_renameat2(int from_dir, const char *from, int to_dir, const char *to, unsigned flags);
+int __real_chdir(const char *path);
+char *__real_mkdtemp(char *path);
+
+int __wrap_open(const char *path, int flags, ...)
+{
+    va_list rest;
+    va_start(rest, flags);
+    mode_t mode = va_arg(rest, mode_t);
+    va_end(rest);
+    return is_outside(path) ? -1 : __real_open(path, flags, mode);
+}
+int __wrap_mkdir(const char *path, mode_t mode)
+{
+    return is_outside(path) ? -1 : __real_mkdir(path, mode);
+}
+int __wrap_unlink(const char *path)
+{
+    return is_outside(path) ? -1 : __real_unlink(path);
+}
+int __wrap_remove(const char *path)
+{
+    return is_outside(path) ? -1 : __real_remove(path);
+}
+int __wrap_rename(const char *from, const char *to)
+{
+    return is_outside(from) || is_outside(to) ? -1 : __real_rename(from, to);
+}
+int __wrap_renameat2(int from_dir, const char *from, int to_dir, const char *to, unsigned flags)
+{
+    if (is_outside(from) || is_outside(to))
+        return -1;
+    return __real_renameat2(from_dir, from, to_dir, to, flags);
+}
+int __wrap_chdir(const char *path)
+{
+    return is_outside(path) ? -1 : __real_chdir(path);
+}
+char *__wrap_mkdtemp(char *path)
+{
+    return is_outside(path) ? nullptr : __real_mkdtemp(path);
+}
+}
