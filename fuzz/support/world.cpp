@@ -172,6 +172,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t size)
     confined = true;
     run({(const char *)bytes, size});
     confined = false;
+    confined_release_all();
     EXPECT(next_descriptor() == descriptor);
     EXPECT(fs::current_path() == home);
     fs::current_path(outside);
