@@ -31,6 +31,7 @@ TEST_F(PrivateFile, IsBroughtUpToDateLineByLine)
     set("EMPTY", "");
     set("LONG", xs(181));
     set("LINES", "a\nb");
+    set("RETURN", "a\r");
     set("BLANK", " \t");
     set("NOTE", "a!b");
     set(xs(60), xs(178)); // would make 255 characters

@@ -9,15 +9,17 @@
 #include <cstring>
 
 // What a reader of the statement would refuse, cut at "!" or take for the next
-// line is not written.
+// line or for a part of its own line's end is not written.
 static bool can_stand_in_statement(const char *variable, const char *value)
 {
     constexpr size_t longest_value = 180, longest_statement = 254;
     const char *rest = value;
     size_t name_length = strlen(variable);
-    size_t length = 14 + (name_length < 22 ? 22 : name_length) + 3 + strlen(value);
-    return text_take_word(&rest).length > 0 && strlen(value) <= longest_value &&
-           length <= longest_statement && strpbrk(value, "!\n") == nullptr;
+    size_t value_length = strlen(value);
+    size_t length = 14 + (name_length < 22 ? 22 : name_length) + 3 + value_length;
+    return text_take_word(&rest).length > 0 && value_length <= longest_value &&
+           length <= longest_statement && strpbrk(value, "!\n") == nullptr &&
+           value[value_length - 1] != '\r';
 }
 
 bool write_environment(FILE *out, const char *variable, const char *end)
