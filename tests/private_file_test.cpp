@@ -31,7 +31,6 @@ TEST_F(PrivateFile, IsBroughtUpToDateLineByLine)
     set("EMPTY", "");
     set("LONG", xs(181));
     set("LINES", "a\nb");
-    set("RETURN", "a\r");
     set("BLANK", " \t");
     set("NOTE", "a!b");
     set(xs(60), xs(178)); // would make 255 characters
@@ -56,16 +55,25 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
 {
     start();
     const std::string order = "DATABASE_ORDER    vorn_shared, private";
+    set("R", "a\r");
     const std::string nul = std::string("! a\0b\r\rc\n", 9);
     for (auto [before, after] : std::vector<std::pair<std::string, std::string>>{
              {"", ""},
              {nul + "DATABASE_ORDER", nul + order + "\n"},
              {"!\r\nDATABASE_ORDER", "!\r\n" + order + "\r\n"},
              {"! no end\r", "! no end\r"},
+             {"ENVIRONMENT R x", "ENVIRONMENT   R                        a\r\r\n"},
              {"!\r\nDATABASE_ORDER\n!", "!\r\n" + order + "\n!"}}) {
         write_file(file, before);
         EXPECT_EQ(vorn_wrt_cfg(nullptr, nullptr), 1);
         EXPECT_EQ(read_file(file), after);
+    }
+    if (!on_windows) {
+        add_database("r $HOME/r\r");
+        write_file(file, "DATABASE x\n");
+        EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "r"), 1);
+        EXPECT_EQ(read_file(file),
+                  at_home("DATABASE     r                  HOME/r\r\r\nDATABASE x\n"));
     }
     write_file(file, "DATABASE x");
     EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1);
