@@ -136,8 +136,7 @@ static void go_there_and_back(const std::string &name)
     std::string alias(checked(vorn_vek_path2alias(Given(path))));
     std::string back = full(alias);
     if (vek_strcasecmp(back.c_str(), path.c_str()) != 0)
-        fprintf(stderr, "%s -> %s -> %s\n", path.c_str(), alias.c_str(), back.c_str());
-    EXPECT(vek_strcasecmp(back.c_str(), path.c_str()) == 0);
+        expect_same(path, back);
 }
 
 static void find(std::string_view input, const char *file_class)

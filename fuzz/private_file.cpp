@@ -36,11 +36,11 @@ static std::string update(const char *tag)
 static void update_twice(const std::string &old)
 {
     std::string once = update("x");
-    EXPECT(get_file(".vorn.cfq") == old);
+    expect_same(old, get_file(".vorn.cfq"));
     std::string twice = update("x");
-    EXPECT(once == twice);
+    expect_same(once, twice);
     vorn_vek_db_add("added", "added.vek", 1);
-    EXPECT(get_file(".vorn.cfq") == twice);
+    expect_same(twice, get_file(".vorn.cfq"));
     vorn_vek_db_remove("added");
     vorn_vek_db_remove("private");
     expect_sound_registries();
@@ -63,9 +63,9 @@ static void save_and_read()
     start("yes");
     EXPECT(vek_cfg_read(file, 3) != 1);
     start("yes");
-    EXPECT(personal() == in_session);
+    expect_same(in_session, personal());
     EXPECT(vorn_sav_cfg() == 1);
-    EXPECT(get_file(file) == saved);
+    expect_same(saved, get_file(file));
 }
 
 void run(std::string_view input)

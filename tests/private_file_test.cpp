@@ -62,18 +62,21 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
              {nul + "DATABASE_ORDER", nul + order + "\n"},
              {"!\r\nDATABASE_ORDER", "!\r\n" + order + "\r\n"},
              {"! no end\r", "! no end\r"},
-             {"ENVIRONMENT R x", "ENVIRONMENT   R                        a\r\r\n"},
+             {"ENVIRONMENT R x", "ENVIRONMENT R x"},
              {"!\r\nDATABASE_ORDER\n!", "!\r\n" + order + "\n!"}}) {
         write_file(file, before);
         EXPECT_EQ(vorn_wrt_cfg(nullptr, nullptr), 1);
         EXPECT_EQ(read_file(file), after);
     }
-    if (!on_windows) {
-        add_database("r $HOME/r\r");
+    for (const char *path : {"a\r", "a \\"}) { // so that a session reads all of it
+        if (on_windows)
+            continue;
+        add_database(std::string("a $HOME/") + path);
         write_file(file, "DATABASE x\n");
-        EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "r"), 1);
+        EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "a"), 1);
         EXPECT_EQ(read_file(file),
-                  at_home("DATABASE     r                  HOME/r\r\r\nDATABASE x\n"));
+                  at_home("DATABASE     a                  HOME/a") + path[1] + "/\nDATABASE x\n");
+        vorn_vek_db_remove("a");
     }
     write_file(file, "DATABASE x");
     EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1);

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <map>
 #include <set>
 #include <sstream>
@@ -26,6 +27,14 @@ void expect(bool fact, const char *fact_text)
         return;
     fprintf(stderr, "Not so: %s\n", fact_text);
     abort();
+}
+
+void expect_same(std::string_view one, std::string_view other)
+{
+    if (one == other)
+        return;
+    std::cerr << "One: " << one << "\nOther: " << other << "\n";
+    EXPECT(one == other);
 }
 
 // ---- Variables of the library ----

@@ -16,6 +16,8 @@ void run(std::string_view input);
 // Ends the process, which the fuzzer takes for a find, unless the fact holds.
 void expect(bool fact, const char *fact_text);
 #define EXPECT(fact) expect(fact, #fact)
+// Shows two texts that are not the same.
+void expect_same(std::string_view one, std::string_view other);
 
 // The directory is the current one, HOME and the place of the product's files,
 // of which the shared one is "vorn.cfg".

@@ -9,7 +9,7 @@
 #include <cstring>
 
 // What a reader of the statement would refuse, cut at "!" or take for the next
-// line is not written.
+// line or for a part of its own line's end is not written.
 static bool can_stand_in_statement(const char *variable, const char *value)
 {
     constexpr size_t longest_value = 180, longest_statement = 254;
@@ -18,14 +18,8 @@ static bool can_stand_in_statement(const char *variable, const char *value)
     size_t value_length = strlen(value);
     size_t length = 14 + (name_length < 22 ? 22 : name_length) + 3 + value_length;
     return text_take_word(&rest).length > 0 && value_length <= longest_value &&
-           length <= longest_statement && strpbrk(value, "!\n") == nullptr;
-}
-
-// Readers take the carriage return before a line feed for a part of the end.
-static const char *end_behind(const char *text, const char *end)
-{
-    size_t length = strlen(text);
-    return length > 0 && text[length - 1] == '\r' ? "\r\n" : end;
+           length <= longest_statement && strpbrk(value, "!\n") == nullptr &&
+           value[value_length - 1] != '\r';
 }
 
 bool write_environment(FILE *out, const char *variable, const char *end)
@@ -35,7 +29,7 @@ bool write_environment(FILE *out, const char *variable, const char *end)
     if (value == nullptr || !can_stand_in_statement(variable, value))
         return false;
     fprintf(out, "%-14s%-22s", "ENVIRONMENT", variable);
-    fprintf(out, "   %s%s", value, end_behind(value, end));
+    fprintf(out, "   %s%s", value, end);
     return true;
 }
 
@@ -48,13 +42,20 @@ bool write_default(FILE *out, const char *end)
     return true;
 }
 
+// White space at the end of a path would be taken for none of it.
+static const char *guard_behind(const char *path)
+{
+    size_t length = strlen(path);
+    return length > 0 && strchr(" \t\r", path[length - 1]) != nullptr ? "/" : "";
+}
+
 void write_database(FILE *out, const char *name, const char *end)
 {
     char alias[VEK_PATH_SIZE];
     text_copy(alias, name);
-    fprintf(out, "%-13s%-18s", "DATABASE", name);
     const char *path = vorn_vek_alias2path(alias);
-    fprintf(out, " %s%s", path, end_behind(path, end));
+    fprintf(out, "%-13s%-18s", "DATABASE", name);
+    fprintf(out, " %s%s%s", path, guard_behind(path), end);
 }
 
 // The names that do not fit stay out, and so do those behind them.
