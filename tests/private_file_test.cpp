@@ -68,15 +68,14 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
         EXPECT_EQ(vorn_wrt_cfg(nullptr, nullptr), 1);
         EXPECT_EQ(read_file(file), after);
     }
-    for (const char *path : {"a\r", "a \\"}) { // so that a session reads all of it
-        if (on_windows)
-            continue;
-        add_database(std::string("a $HOME/") + path);
+    // So that a session reads all of a path.
+    for (const std::string &path : on_windows ? Lines{} : Lines{"b\r", "b \\"}) {
+        add_database("<a> $HOME/" + path);
         write_file(file, "DATABASE x\n");
-        EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "a"), 1);
+        EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "<a>"), 1);
         EXPECT_EQ(read_file(file),
-                  at_home("DATABASE     a                  HOME/a") + path[1] + "/\nDATABASE x\n");
-        vorn_vek_db_remove("a");
+                  at_home("DATABASE     <a>                HOME/b") + path[1] + "/\nDATABASE x\n");
+        vorn_vek_db_remove("<a>");
     }
     write_file(file, "DATABASE x");
     EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1);

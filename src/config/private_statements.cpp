@@ -53,7 +53,8 @@ void write_database(FILE *out, const char *name, const char *end)
 {
     char alias[VEK_PATH_SIZE];
     text_copy(alias, name);
-    const char *path = vorn_vek_alias2path(alias);
+    const vek_db_rec *db = db_find(name); // whose name may have the form of an alias
+    const char *path = db != nullptr ? db->path : vorn_vek_alias2path(alias);
     fprintf(out, "%-13s%-18s", "DATABASE", name);
     fprintf(out, " %s%s%s", path, guard_behind(path), end);
 }
