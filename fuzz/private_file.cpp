@@ -4,6 +4,8 @@
 #include "support/checks.h"
 #include "support/world.h"
 
+#include <cstring>
+
 static const char file[] = ".vorn.cfg";
 static const char shared_cfg[] = "DATABASE vorn_shared shared.vek\n"
                                  "TABLE damper dampers.tbl dpr\n"
@@ -46,24 +48,33 @@ static void update_twice(const std::string &old)
     expect_sound_registries();
 }
 
-// The personal databases in order, and the default.
-static std::string personal()
+static std::string personal; // databases in order, and the default
+static bool can_be_saved;
+
+static void look()
 {
-    std::string all = vorn_vek_get_write_default();
-    for (int level = 1; level <= db_count(); ++level)
-        if (db_at(level)->cfg_index == vek_private_cfg_index)
-            all += std::string("\n") + db_at(level)->name + " " + db_at(level)->path;
-    return all;
+    personal = vorn_vek_get_write_default();
+    can_be_saved = true;
+    for (int level = 1; level <= db_count(); ++level) {
+        if (db_at(level)->cfg_index != vek_private_cfg_index)
+            continue;
+        personal += std::string("\n") + db_at(level)->name + " " + db_at(level)->path;
+        can_be_saved = can_be_saved && strlen(db_at(level)->path) <= 234;
+    }
 }
 
 static void save_and_read()
 {
     EXPECT(vorn_sav_cfg() == 1);
-    std::string saved = get_file(file), in_session = personal();
+    look();
+    std::string saved = get_file(file), before = personal;
     start("yes");
     EXPECT(vek_cfg_read(file, 3) != 1);
+    if (!can_be_saved)
+        return;
     start("yes");
-    expect_same(in_session, personal());
+    look();
+    expect_same(before, personal);
     EXPECT(vorn_sav_cfg() == 1);
     expect_same(saved, get_file(file));
 }
