@@ -12,5 +12,12 @@ endif()
 
 add_library(vek_library_rules INTERFACE)
 target_compile_options(vek_library_rules INTERFACE -fno-exceptions -fno-rtti
-                                                   -fno-threadsafe-statics)
+                                                   -fno-threadsafe-statics
+                                                   --include=platform/banned.h)
 target_link_libraries(vek_library_rules INTERFACE vek_warnings)
+
+# What is run is counted in the libraries alone.
+if(VEK_COVERAGE)
+  target_compile_options(vek_library_rules INTERFACE --coverage)
+  target_link_options(vek_warnings INTERFACE --coverage)
+endif()
