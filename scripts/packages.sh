@@ -49,3 +49,5 @@ windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mi
 docs_packages=(doxygen:doxygen)
 # shellcheck disable=SC2034
 lint_packages=("${test_packages[@]}" clang-format:clang-format clang-tidy:clang-tidy)
+# shellcheck disable=SC2034
+coverage_packages=("${test_packages[@]}" gcovr:gcovr)

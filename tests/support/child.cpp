@@ -11,6 +11,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#ifdef VEK_COVERAGE
+extern "C" void __gcov_dump(); // of the compiler's library that counts what is run
+#else
+static void __gcov_dump()
+{
+}
+#endif
+
 std::string in_child(const std::function<std::string()> &operation)
 {
     int ends[2];
@@ -19,6 +27,7 @@ std::string in_child(const std::function<std::string()> &operation)
     pid_t child = fork();
     if (child == 0) {
         std::string answer = operation();
+        __gcov_dump();
         _exit(write(ends[1], answer.data(), answer.size()) == (ssize_t)answer.size() ? 0 : 1);
     }
     close(ends[1]);
@@ -41,13 +50,16 @@ static bool keeps_process_alive(long call)
 }
 
 // Leaves the answer in memory that the parent sees: writing it may be refused.
+// The last byte tells that it is there, and that faults are over.
 static pid_t start_traced(const std::function<std::string()> &operation, char *answer, size_t width)
 {
     pid_t child = fork();
     if (child == 0) {
         ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
         raise(SIGSTOP);
-        operation().copy(answer, width - 1);
+        operation().copy(answer, width - 2);
+        answer[width - 1] = 1;
+        __gcov_dump();
         _exit(0);
     }
     waitpid(child, nullptr, 0);
@@ -70,14 +82,19 @@ static void set_registers(pid_t child, user_regs_struct *registers, unsigned lon
     ptrace(PTRACE_SETREGS, child, nullptr, registers);
 }
 
-// Lets the child make all its calls but those that the wish is about.  Result:
-// how many there were.
-static int follow(pid_t child, const fault &wish, int *status)
+// Lets the child make all its calls but those that the wish is about, and go
+// when it is done.  Result: how many calls there were.
+static int follow(pid_t child, const fault &wish, const char *is_done, int *status)
 {
     user_regs_struct registers = {};
     int count = 0;
     long refused = -1; // the kind of call
     while (go_on(child, &registers, status)) {
+        if (*is_done) {
+            ptrace(PTRACE_DETACH, child, nullptr, nullptr);
+            waitpid(child, status, 0);
+            break;
+        }
         long call = (long)registers.orig_rax;
         bool is_due = ++count == wish.nth || (wish.for_good && call == refused);
         if (is_due && wish.error == 0)
@@ -100,8 +117,9 @@ bool run_with_fault(const fault &wish, const std::function<std::string()> &opera
     constexpr size_t width = 1 << 16;
     void *shared = mmap(nullptr, width, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     int status = 0;
-    int count = follow(start_traced(operation, (char *)shared, width), wish, &status);
-    *answer = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? (char *)shared : "killed";
+    char *text = (char *)shared;
+    int count = follow(start_traced(operation, text, width), wish, &text[width - 1], &status);
+    *answer = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? text : "killed";
     munmap(shared, width);
     return count >= wish.nth;
 }
