@@ -77,8 +77,6 @@ static const char *database_fault(int code)
         return "database name already defined.";
     case 4:
         return "database alias name too long.";
-    case 5:
-        return "database path contains whitespace (unix).";
     default:
         return "database name 'shared' is a reserved keyword.";
     }

@@ -284,7 +284,7 @@ static bool differ_in_case_alone(const char *old_path, const char *new_path)
 bool platform_rename(const char *old_path, const char *new_path)
 {
     if (differ_in_case_alone(old_path, new_path))
-        return rename(old_path, new_path) == 0;
+        return rename(old_path, new_path) == 0; // not reached: no file system of ours folds case
 #ifdef RENAME_NOREPLACE
     if (renameat2(AT_FDCWD, old_path, AT_FDCWD, new_path, RENAME_NOREPLACE) == 0)
         return true;

@@ -192,9 +192,10 @@ static bool can_be_entered(const char *path)
     return vorn_vek_db_exists(path) != 0;
 }
 
+// Of a text that begins with a word.
 static text_span trim_end(text_span text)
 {
-    while (text.length > 0 && strchr(" \t", text.start[text.length - 1]) != nullptr)
+    while (strchr(" \t", text.start[text.length - 1]) != nullptr)
         --text.length;
     return text;
 }
