@@ -181,8 +181,9 @@ VEK_API int vek_cfg_read(const char *path, int cfg_index);
 /* Take the ENVIRONMENT statements of one configuration file into the process
    environment.  `path` is expanded in place as by vek_eval_str.
    Result: 1 the file does not open or can't be read to its end; otherwise that
-   of the last setting, 0 if there was none.  A name has at most 60 characters, a value 180 before it is
-   expanded by vek_eval_str; lines are read in pieces of 255.
+   of the last setting, 0 if there was none.  A name has at most 60 characters,
+   a value 180 before it is expanded by vek_eval_str; lines are read in pieces
+   of 255.
    Prints a line with the path in solver mode, a report if the file does not
    open or end, and two reports for each bad statement.  */
 VEK_API int vek_env_read(char *path);

@@ -245,7 +245,7 @@ static bool spare_copy_of_others()
         if (errno != EEXIST)
             return false;
     }
-    return false;
+    return false; // not reached: nobody keeps a thousand copies
 }
 
 // The directory for temporary files is held by those who share it.

@@ -172,7 +172,7 @@ std::vector<int> errors_of(long call)
         {SYS_lseek, {EIO}},
         {SYS_fcntl, {EIO}},
         {SYS_mkdir, {EACCES, EIO, ENOENT, ENOSPC}},
-        {SYS_renameat2, {EACCES, EIO, ENOENT, ENOSPC}}};
+        {SYS_renameat2, {EACCES, EIO, ENOENT, ENOSPC, EINVAL}}};
     if (keeps_process_alive(call))
         return {};
     auto found = known.find(call);
