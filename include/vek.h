@@ -166,12 +166,13 @@ VEK_API const char *vorn_vek_get_os(void);
 /* Read one configuration file.  `cfg_index` is the number that its records
    carry; the session's private file has a number of its own, and some
    statements are refused there only.  "$" in `path` is not expanded.
-   Result: 0 every statement was accepted; 1 the file does not open; otherwise
-   the code of the last refused statement, 1 to 6.
+   Result: 0 every statement was accepted; 1 the file does not open or can't be
+   read to its end; otherwise the code of the last refused statement, 1 to 6.
+   Devices that give bytes without end do not open.
    A statement has at most 266 characters, its comment not counted; what a
    comment has beyond them is read as a line of its own.
    Prints "Reading configuration file '<path>'", or a report that it does not
-   open; one or two reports for each refused statement, with line number and
+   open or end; one or two reports for each refused statement, with line number and
    path, behind those of vek_db_read, vek_set_write_db, vek_tbl_read,
    vek_propfile_read and vek_testrig_read; plain lines of advice for
    discontinued statements; a closing report if there was a fault.  */
@@ -179,11 +180,12 @@ VEK_API int vek_cfg_read(const char *path, int cfg_index);
 
 /* Take the ENVIRONMENT statements of one configuration file into the process
    environment.  `path` is expanded in place as by vek_eval_str.
-   Result: 1 the file does not open; otherwise that of the last setting, 0 if
-   there was none.  A name has at most 60 characters, a value 180 before it is
-   expanded by vek_eval_str; lines are read in pieces of 255.
+   Result: 1 the file does not open or can't be read to its end; otherwise that
+   of the last setting, 0 if there was none.  A name has at most 60 characters,
+   a value 180 before it is expanded by vek_eval_str; lines are read in pieces
+   of 255.
    Prints a line with the path in solver mode, a report if the file does not
-   open, and two reports for each bad statement.  */
+   open or end, and two reports for each bad statement.  */
 VEK_API int vek_env_read(char *path);
 
 /* ---- Private file -----------------------------------------------------
@@ -200,6 +202,8 @@ VEK_API int vek_env_read(char *path);
 
    What an update may print:
    - two warnings, once a process, when the file does not open for writing;
+   - "ERROR: Cannot create file '<backup>' : <reason>" when the backup could not
+     be made whole; the update goes on without it;
    - the reports of vorn_vek_copy_file2file and vorn_vek_delete_file;
    - "ERROR: cannot open file <path>";
    - "ERROR: Private cfg file <path> could not be written: <reason>", after
@@ -230,8 +234,7 @@ VEK_API int vorn_wrt_cfg(const char *tag, const char *name);
    present values, or as they were where vorn_wrt_cfg leaves them.  All else
    goes.  KLV_UPDATE_CFG is not looked at.
    Result: 1 written; 0 not, or an answer that the alert does not offer;
-   -1 cancelled.  With a backup prints its two lines and one more, or a report
-   if it could not be made whole.  */
+   -1 cancelled.  With a backup prints its two lines and one more.  */
 VEK_API int vorn_sav_cfg(void);
 
 /* ---- Text ------------------------------------------------------------- */

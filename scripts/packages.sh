@@ -54,3 +54,5 @@ fuzz_packages=("${build_packages[@]}" clang:clang++
 docs_packages=(doxygen:doxygen)
 # shellcheck disable=SC2034
 lint_packages=("${test_packages[@]}" clang-format:clang-format clang-tidy:clang-tidy)
+# shellcheck disable=SC2034
+coverage_packages=("${test_packages[@]}" gcovr:gcovr)

@@ -60,6 +60,10 @@ TEST_F(Reader, KeepsToItsLineLimitAndCountsLines)
             }
     expect(" \t\n\nX\n DATABASE", 0, 1, bad(4));
     expect("DATABASE\r\nDATABASE \r", 0, 1, bad(1) + bad(2));
+    expect("X\rDATABASE\nDATABASE\rx\n", 0, 1, bad(2)); // a blank like others
+    expect(xs(2 * 267), 0, 1,
+           "> ERROR: Syntax error in line 1 of cfg_file 't.cfg':\n"
+           "> ERROR:   Line exceeds MAX number of characters 267\n");
     expect(std::string("DATABASE x\0 y\nDATABASE", 22), 0, 1, bad(1) + bad(2));
     expect(std::string(267, ' ') + "DATABASE\nDATABASE", 0, 1, bad(2) + bad(3));
     const std::string deep = std::string(120, 'd') + "/" + std::string(130, 'e') + "/t.cfg";

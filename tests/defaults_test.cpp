@@ -36,7 +36,7 @@ TEST_F(Defaults, PropertyFilesAreReadAndSet)
             plain.dpr=0=plain.dpr  .\\plain.dpr=0=./plain.dpr  $PLACE\only.dpr=0=./ours/only.dpr
             $PLACE/only.dpr=0=./ours/only.dpr  <shared>/x.dpr=0=ours/x.dpr  $NONE=2=
             klvds://vorn_shared/only.dpr=0=ours/only.dpr  file://plain.dpr=2=
-            file://./plain.dpr=0=./plain.dpr  <none>/x.dpr=2=  none=2=  [267]=2=  [268]=1=)")) {
+            file://./plain.dpr=0=./plain.dpr  <none>/x.dpr=2=  file://<shared>/x.dpr=0=ours/x.dpr none=2=  [267]=2=  [268]=1=)")) {
         static int index = 0;
         const std::string name = "c" + std::to_string(++index);
         EXPECT_EQ(vek_propfile_read(("propfile " + name + " " + row[0] + " more").c_str(), index),
@@ -80,8 +80,8 @@ TEST_F(Defaults, TheListsGrowAndSurviveWithoutMemory)
     for (int i = 1; i <= 26; ++i) {
         const std::string name = std::to_string(i);
         const auto set_both = [&] {
-            return vorn_vek_set_def_testrig(name.c_str(), "rig") == 1 &&
-                   vorn_vek_set_def_propfile(name.c_str(), Text("plain.dpr")) == 1;
+            return vek_testrig_read(("TESTRIG " + name + " rig").c_str(), 0) == 0 &&
+                   vek_propfile_read(("PROPFILE " + name + " plain.dpr").c_str(), 0) == 0;
         };
         for (int nth = 1; nth <= 6; ++nth) {
             fail_allocation(nth, true);

@@ -14,7 +14,7 @@ class PrivateFile : public Scratch {
   protected:
     void start(const std::string &text = private_cfg)
     {
-        start_session(shared_cfg, text);
+        start_session(shared_cfg + "TESTRIG everyones rig\n", text);
         host::printed();
     }
     std::string at_home(const std::string &text)
@@ -80,9 +80,10 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
     write_file(file, "DATABASE x");
     EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1);
     EXPECT_EQ(read_file(file), "DATABASE     %n                 %n\nDATABASE x");
-    for (const char *name : {"a\nTABLE b", " \t", ""}) { // what no statement can hold
+    for (const std::string &name : {std::string("a\nTABLE b"), std::string(" \t"), xs(268),
+                                    std::string()}) { // what no statement can hold
         write_file(file, "DATABASE x");
-        EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", name), 1);
+        EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", name.c_str()), 1);
         EXPECT_EQ(read_file(file), "DATABASE x");
     }
 }
@@ -90,9 +91,14 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
 TEST_F(PrivateFile, OrderStatementHoldsTheNamesThatFit)
 {
     set_product("vorn");
-    write_file(file, "DATABASE_ORDER\n");
+    write_file(file, "DATABASE_ORDER\nDEFAULT_WRITE_DB of_another_session\n");
     EXPECT_EQ(vorn_wrt_cfg("", ""), 1);
-    EXPECT_EQ(read_file(file), "DATABASE_ORDER    \n");
+    EXPECT_EQ(read_file(file), "DATABASE_ORDER    \nDEFAULT_WRITE_DB of_another_session\n");
+    host::answer = 1; // to a save, which has nothing to write either
+    EXPECT_EQ(vorn_sav_cfg(), 1);
+    EXPECT_EQ(read_text(file).find("\nD"), std::string::npos);
+    EXPECT_EQ(read_text(file).find("\nTABLE"), std::string::npos);
+    write_file(file, "DATABASE_ORDER\n");
     std::string order = "DATABASE_ORDER    first";
     add_database("first first.vek");
     for (char i = 'a'; i < 'h'; ++i) {
@@ -137,9 +143,9 @@ TEST_F(PrivateFile, StartsFromATemplate)
     EXPECT_STREQ(vorn_vek_get_write_default(), "private");
 }
 
-static const char old_text[] = "Environment SET\tx\nENVIRONMENT UNSET  x ! stays\n"
-                               "!ENVIRONMENT SET x\nENVIRONMENT SET\nENVIRONMENT SET !x\n"
-                               "DATABASE goes x\n";
+static const char old_text[] = "Environment SET\tx\n!ENVIRONMENT SET x\nENVIRONMENT SET\n"
+                               "ENVIRONMENT SET !x\nDATABASE goes x\n"
+                               "ENVIRONMENT UNSET  x ! stays";
 
 void PrivateFile::expect_saved(const std::string &kind)
 {
@@ -244,9 +250,9 @@ TEST_F(PrivateFile, IsNotLeftHalfMadeNorIsTheCopyOfAnotherLost)
     EXPECT_FALSE(std::filesystem::exists(dir + "tmp_cfg_file"));
     EXPECT_EQ(read_file(dir + "tmp_cfg_file.1"), "of another");
     std::filesystem::remove(dir + "tmp_cfg_file.1");
-    if (on_windows) {
-        host::printed();
-        set("KLV_VORN_PRIVATE_CFG", "NUL"); // has no disk
-        EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
-    }
+    host::printed();
+    if (!on_windows)
+        std::filesystem::create_symlink("/dev/null", "NUL");
+    set("KLV_VORN_PRIVATE_CFG", "NUL"); // has no disk
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
 }

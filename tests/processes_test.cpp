@@ -1,16 +1,14 @@
-// The private file between processes: what a next session finds in it, the wait
-// for each other's updates, and what is left when the system refuses or kills.
+// The private file between processes: what a next session finds in it, and the
+// wait for each other's updates.
 
 #include "platform/platform.h"
 #include "support/child.h"
 #include "support/scratch.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <filesystem>
 #include <random>
-#include <set>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -218,77 +216,6 @@ TEST_F(Processes, BackUpAFileThatCannotBeWritten)
               }),
               "0WARNING: It will not be updated during the session.");
     EXPECT_EQ(read_file(file) + read_file(backup), private_cfg + private_cfg);
-}
-
-// Each process has a directory of its own for its copy.
-static std::string path_of_copy()
-{
-    for (const std::string &name : listing("."))
-        if (name.starts_with("vek-") && std::filesystem::exists(name + "/tmp_cfg_file"))
-            return name + "/tmp_cfg_file";
-    return "none";
-}
-
-// Whatever is refused, the file has its old text or the new one as the result
-// says, or the user is told where the old one is.
-static std::string fault_in(const std::string &answer, const std::string &old,
-                            const std::string &fresh)
-{
-    const std::string text = read_file(file), copy = path_of_copy();
-    if (answer == "killed")
-        return text == old || text == fresh || read_file(backup) == old || read_file(copy) == old
-                   ? ""
-                   : "lost by a kill";
-    if (answer[0] == '1')
-        return text == fresh ? "" : "not written";
-    if (answer.find("ERROR") == answer.npos && answer.find("WARNING") == answer.npos)
-        return "not told";
-    if (text == old)
-        return "";
-    bool is_kept = read_file(copy) == old && answer.find("/" + copy + ".\n") != answer.npos;
-    return is_kept ? "" : "lost by a refusal";
-}
-
-TEST_F(Processes, TextIsNotLostWhateverTheSystemRefuses)
-{
-    set("SET", "a value");
-    start_session();
-    host::printed();
-    set("TMPDIR", home);
-    const std::string old = "ENVIRONMENT SET x\nENVIRONMENT UNSET x\nDATABASE goes x\n"
-                            "DEFAULT_WRITE_DB x\n" +
-                            xs(5000) + "\n";
-    std::set<int> reached;
-    for (int kind : {0, 1, 2}) { // an update, and the answers of a save
-        auto update = [&] {
-            host::answer = kind;
-            int result = kind == 0 ? vorn_wrt_cfg("vorn_vek_db_add", "private") : vorn_sav_cfg();
-            return std::to_string(result) + said();
-        };
-        auto prepare = [&] {
-            write_file(file, old);
-            std::filesystem::remove(backup);
-            for (const std::string &name : listing("."))
-                if (name.starts_with("vek-"))
-                    std::filesystem::remove_all(name);
-        };
-        prepare();
-        in_child(update);
-        const std::string fresh = read_file(file);
-        EXPECT_NE(fresh, old);
-        for (fault wish : {fault{1, 0, false}, fault{1, EIO, false}, fault{1, ENOSPC, true}})
-            for (bool is_over = false; !is_over; ++wish.nth) {
-                std::string answer;
-                prepare();
-                is_over = !run_with_fault(wish, update, &answer);
-                EXPECT_EQ(fault_in(answer, old, fresh), "")
-                    << kind << " " << wish.nth << " " << wish.error << "\n"
-                    << answer;
-                EXPECT_TRUE(wish.error == 0 || answer != "killed") << wish.nth;
-                reached.insert(wish.nth);
-            }
-    }
-    EXPECT_GT(reached.size(), 30u);
 }
 
 TEST_F(Processes, HaveTemporaryDirectoriesOfTheirOwn)

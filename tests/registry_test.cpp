@@ -86,7 +86,7 @@ TEST_F(Registry, OnlyAWritableDatabaseBecomesTheDefault)
     const char *name = vorn_vek_get_write_default();
     EXPECT_STREQ(vorn_vek_get_def_wri_tbl("c"), "open/d");
     for (const Lines &bad : rows("locked none [31] [5000]")) {
-        EXPECT_EQ(vorn_vek_db_iswritable(bad[0].c_str()), 0);
+        EXPECT_EQ(vorn_vek_db_iswritable(bad[0].c_str()) + vek_dir_is_writable(bad[0].c_str()), 0);
         EXPECT_EQ(vorn_vek_set_write_default(bad[0].c_str()), 1);
         EXPECT_EQ(vek_set_write_db(("X " + bad[0]).c_str()), 1);
         EXPECT_EQ(host::printed().size(), 2U);
@@ -154,10 +154,15 @@ TEST_F(Registry, MissingTableDirectoriesAreMade)
     write_file("private/t3");
     files[1][0] = 'y';
     EXPECT_EQ(vek_upd_all_vek_tbls(files) + vek_upd_plg_vek_tbls(files), 2);
+    vek_tbl_add(2, "x", "t4", "x", -1); // of no file
+    write_file("private/t4");
+    EXPECT_EQ(vek_upd_plg_vek_tbls(nullptr), 1); // the files are kept
     const Lines lines = host::printed();
     EXPECT_EQ(lines.at(2), "WARNING:   defined in the configuration file x.cfg.");
     EXPECT_EQ(lines.at(5), "WARNING:   defined in the configuration file y.cfg.");
     EXPECT_EQ(lines.at(8), "WARNING:   defined in the configuration file .");
+    EXPECT_EQ(lines.at(11), lines.at(5));
+    EXPECT_EQ(lines.at(17), lines.at(8));
 }
 
 TEST_F(Registry, ANewDatabaseDirectoryAndTheReport)
@@ -179,6 +184,7 @@ TEST_F(Registry, ANewDatabaseDirectoryAndTheReport)
               "             ----------              ---------------            ---------\n"
               "Table       " +
                   row + "Table       " + row + "TABLE       " + row);
+    add_table("same dampers.tbl dp2");
     add_table("deep no/such.tbl dp");
     EXPECT_EQ(vorn_cre_dat("new") + vorn_cre_dat("none/new"), 0);
     EXPECT_EQ(vorn_cre_dat("other") + vorn_vek_tbl_info("none/report"), 2);
@@ -218,6 +224,8 @@ TEST_F(Registry, DatabasesChangePlaces)
         EXPECT_EQ(order(), row[4]) << row[1];
         EXPECT_EQ(said(), row[5].empty() ? "" : "> ERROR: " + row[5] + "\n");
     }
+    EXPECT_EQ(vorn_vek_db_remove("c"), 0); // without tables
+    EXPECT_EQ(vorn_vek_db2level("c"), -1);
     EXPECT_STREQ(held, "d");
     vek_set_number_of_veks(100);
     EXPECT_EQ(vorn_vek_db_reorder("a", 6), 1);
@@ -235,6 +243,8 @@ TEST_F(Registry, TheDatabaseReportProbesAnew)
     add_database("mine m");
     add_database("locked l");
     add_database("open o");
+    EXPECT_EQ(vorn_vek_db_info("report"), 0);
+    EXPECT_EQ(read_text("report").find("**mine"), std::string::npos);
     vorn_vek_set_write_default_no_cfg_update("MINE");
     for (const char *name : {"m", "l"})
         make_dir(name + std::string(probe_file));

@@ -87,7 +87,11 @@ TEST_F(Solver, WithoutDatabasesTestsPlainPaths)
                {"ERROR: Open for file '" + std::string(name) + "' failed:",
                 "ERROR: VEK database not initialized properly...\n"});
     Text name("none");
+    set("QNS_PRODUCT_NAME", "ZAPT2");
     EXPECT_EQ(db_search(name, "", nullptr), +name);
+    int found = 7; // the one result that is asked for
+    F2C_DB_SEARCH(nullptr, 0, nullptr, &found, "here.dpr", 0, "");
+    EXPECT_EQ(found, 1);
 }
 
 TEST(Build, IsIdentifiedBeforeAnyStart)

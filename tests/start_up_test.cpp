@@ -52,9 +52,12 @@ TEST_F(StartUp, ReadsTheEnvironmentOfTheProductFirst)
                            said(reading("./plug.cfg")));
     EXPECT_EQ(vorn_vek_db2level("plug"), 3);
     // A setting that fails is told of; the result is that of the start.
-    write_file(".vorn.cfg", "ENVIRONMENT WHERE fail\n");
-    EXPECT_EQ(vorn_vek_cfg_env_read("vorn"), 0);
-    EXPECT_EQ(host::printed()[1], "ERROR: Recommend exiting and checking configuration files.");
+    for (const char *file : {"site/vorn.cfg", ".vorn.cfg"}) {
+        write_file(file, "ENVIRONMENT WHERE fail\n");
+        EXPECT_EQ(vorn_vek_cfg_env_read("vorn"), 0);
+        EXPECT_EQ(host::printed()[1], "ERROR: Recommend exiting and checking configuration files.");
+        write_file(file);
+    }
     for (const Lines &bad : rows("none=configuration=file=error [39]=configuration=file=error "
                                  "[40]=plugin=name=too=long=(limit=<40=chars)")) {
         EXPECT_EQ(vorn_vek_cfg_env_read(bad[0].c_str()), -1);
@@ -105,6 +108,8 @@ TEST_F(StartUp, ASolverRunReadsThePlugInsFromEachPlace)
     host::plugin_list.reset();
     EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 0);
     EXPECT_EQ(host::calls.back(), "ac_lookup_done()");
+    write_file("inst/vorn.cfg", "ENVIRONMENT F fail\n");
+    EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 1);
 }
 
 // A solver asks for a file of the shared database, from its first call on.

@@ -45,8 +45,9 @@ TEST_F(TextOperation, ComparesFindsAndRaises)
     check(last, "aaa=1 Aa=none a=none", "aa");
     check(last, "abc=3 =0", "");
     Text upper("");
-    vek_str_copy_to_upper_case("azAZ\xe4_09", upper);
-    EXPECT_STREQ(upper, "AZAZ\xe4_09");
+    vek_str_copy_to_upper_case("azAZ\xe4_09`{", upper);
+    vek_str_copy_to_upper_case("nowhere", nullptr);
+    EXPECT_STREQ(upper, "AZAZ\xe4_09`{");
 }
 
 TEST_F(TextOperation, ExpandsVariables)

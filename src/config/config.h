@@ -4,6 +4,8 @@
 
 #include "vek.h"
 
+#include <cstdio>
+
 extern "C" {
 
 // config/identity.cpp.  `path` has VEK_PATH_SIZE bytes; it becomes empty if the
@@ -40,6 +42,12 @@ const char *name_variable_value(const char *name, const char *suffix);
 // for the place that its own variable names.  `registers` has the host told of
 // the plug-in before the user's plug-in directories are searched.
 bool find_plugin_file(char *path, const char *name, bool registers);
+
+// config/cfg_open.cpp.  Open a file for reading; null, with a report, if it does
+// not open.  While the private file is open, nobody updates it.
+FILE *cfg_open(const char *path, const char *caller);
+// False, with a report, if the file could not be read to its end.
+bool cfg_close(FILE *file, const char *path, const char *caller);
 
 // config/cfg_index.cpp.  The index that the next file read will get, over all
 // starts.

@@ -6,7 +6,6 @@
 #include "platform/platform.h"
 #include "text/text.h"
 
-#include <cerrno>
 #include <cstring>
 
 constexpr size_t piece_size = 256;
@@ -80,14 +79,9 @@ static int set_variable(const env_statement &statement)
 int _cfg_read_file_env(char *path)
 {
     path = vek_eval_str(path);
-    FILE *file = platform_open_to_read(path, "r");
-    if (file == nullptr) {
-        report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,
-               strerror(errno));
+    FILE *file = cfg_open(path, caller);
+    if (file == nullptr)
         return 1;
-    }
-    if (is_private_file(path))
-        platform_share(file); // another process may be writing it
     int result = 0;
     for (int line = 1; platform_read_piece(file, vek_message_buf, piece_size); ++line) {
         vek_message_buf[strcspn(vek_message_buf, "!")] = '\0';
@@ -95,8 +89,7 @@ int _cfg_read_file_env(char *path)
         if (text_is(statement.keyword, "environment") && is_well_formed(statement, path, line))
             result = set_variable(statement);
     }
-    fclose(file);
-    return result;
+    return cfg_close(file, path, caller) ? result : 1;
 }
 
 int vek_env_read(char *path)

@@ -131,12 +131,12 @@ static FILE *compose(const char *path, FILE *old, const char *tag, const char *n
 static int pour(FILE *fresh, const char *path)
 {
     static char block[16384];
-    size_t length = fread(block, 1, sizeof block, fresh);
+    size_t length = platform_read(fresh, block, sizeof block);
     FILE *out = ferror(fresh) == 0 ? platform_open_to_write(path, "wb") : nullptr;
     int error = out == nullptr ? -1 : 0;
     if (out != nullptr)
         setvbuf(out, nullptr, _IONBF, 0);
-    for (; error == 0 && length > 0; length = fread(block, 1, sizeof block, fresh))
+    for (; error == 0 && length > 0; length = platform_read(fresh, block, sizeof block))
         if (fwrite(block, 1, length, out) < length)
             error = errno;
     if (error == 0 && ferror(fresh) != 0)
@@ -154,24 +154,26 @@ static int told(const char *path, int error)
     return error == 0 ? 1 : refuse(path, strerror(error));
 }
 
-// A file that can't be read may still be open for its end to be found.
-static bool has_text(const char *path)
+// The length of a file's text; -1 if the system does not tell.  A file that can't
+// be read may still be open for its end to be found.
+static long length_of_text(const char *path)
 {
     FILE *file = platform_open_to_read(path, "rb");
     if (file == nullptr)
         file = platform_open_to_write(path, "a");
-    bool result = file != nullptr && fseek(file, 0, SEEK_END) == 0 && ftell(file) > 0;
+    long length = file != nullptr && fseek(file, 0, SEEK_END) == 0 ? ftell(file) : -1;
     if (file != nullptr)
         fclose(file);
-    return result;
+    return length;
 }
 
 // Another process may have been here first, and text that can't be read is
 // text all the same.
 static int write_new_file(const char *path, const char *tag)
 {
-    if (has_text(path))
-        return 1;
+    long length = length_of_text(path);
+    if (length != 0)
+        return length > 0 ? 1 : refuse(path, strerror(errno));
     FILE *fresh = compose(path, nullptr, tag, nullptr);
     return fresh == nullptr ? 0 : told(path, pour(fresh, path));
 }
@@ -243,7 +245,7 @@ static bool spare_copy_of_others()
         if (errno != EEXIST)
             return false;
     }
-    return false;
+    return false; // not reached: nobody keeps a thousand copies
 }
 
 // The directory for temporary files is held by those who share it.
@@ -268,24 +270,33 @@ static int write_held(const char *path, const char *backup, const char *tag, con
 
 enum backup_wish { BACKUP_NONE, BACKUP_SILENT, BACKUP_TOLD };
 
-// Whether there is a whole backup now.  A file without text, such as a killed
-// process leaves, is not put in the place of an older backup.
+static bool refuse_backup(const char *backup, int error)
+{
+    report(REPORT_ERROR, "vorn_sav_cfg", "Cannot create file '%s' : %s", backup, strerror(error));
+    return false;
+}
+
+// Whether there is a whole backup now; if not, there is a report.  A file without
+// text, such as a killed process leaves, is not put in the place of an older backup.
 static bool back_up(const char *path, const char *backup, backup_wish wish)
 {
-    if (wish == BACKUP_NONE || vek_file_exists(path) == 0 || !has_text(path))
+    if (wish == BACKUP_NONE)
         return false;
+    if (vek_file_exists(path) == 0)
+        return refuse_backup(backup, errno);
+    if (length_of_text(path) == 0)
+        return false;
+    constexpr int not_begun = -1;
     char given[VEK_PATH_SIZE];
     text_copy(given, path);
+    vek_copy_error = not_begun;
     int result = wish == BACKUP_TOLD ? vek_backup_file(given) : vek_backup_file_silent(given);
-    if (result != 0 || wish != BACKUP_TOLD)
-        return result == 0 && vek_copy_error == 0;
-    if (vek_copy_error == 0)
+    if (vek_copy_error != 0)
+        return refuse_backup(backup, vek_copy_error == not_begun ? errno : vek_copy_error);
+    if (result == 0 && wish == BACKUP_TOLD)
         report(REPORT_PLAIN, "vorn_sav_cfg",
                "save configuration - backup created of previous configuration file %s\n", path);
-    else
-        report(REPORT_ERROR, "vorn_sav_cfg", "Cannot create file '%s' : %s", backup,
-               strerror(vek_copy_error));
-    return vek_copy_error == 0;
+    return result == 0;
 }
 
 // The file is held from before its backup to the end.  One that only the hold
@@ -303,7 +314,8 @@ static int update(const char *path, const char *tag, const char *name_given, bac
     bool is_new = false;
     intptr_t hold = platform_hold_file(path, &is_new);
     if (hold < 0) {
-        if (wish == BACKUP_TOLD && errno != ENXIO) // what can't be written can still be read
+        // What can't be written can still be read.
+        if (wish == BACKUP_TOLD && errno != ENXIO && errno != ENOENT)
             back_up(path, backup, wish);
         return warn_of_unwritable_file(path);
     }

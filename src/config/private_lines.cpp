@@ -27,7 +27,7 @@ bool take_line(private_line *line, FILE *file, size_t limit)
 
 const char *end_of(const private_line *line, const char *usual)
 {
-    if (line->length == 0 || line->text[line->length - 1] != '\n')
+    if (line->text[line->length - 1] != '\n')
         return usual;
     return line->length > 1 && line->text[line->length - 2] == '\r' ? "\r\n" : "\n";
 }

@@ -71,8 +71,7 @@ static bool replace_line(rewriting *now, const private_line *line)
 static const char *name_or_none(const char *name)
 {
     const char *rest = text_or_empty(name);
-    bool can_stand = text_take_word(&rest).length > 0 && strlen(name) < VEK_PATH_SIZE &&
-                     strpbrk(name, "\r\n") == nullptr;
+    bool can_stand = text_take_word(&rest).length > 0 && strpbrk(name, "\r\n") == nullptr;
     return can_stand ? name : nullptr;
 }
 

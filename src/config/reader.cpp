@@ -6,7 +6,6 @@
 #include "platform/platform.h"
 #include "text/text.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
@@ -77,8 +76,6 @@ static const char *database_fault(int code)
         return "database name already defined.";
     case 4:
         return "database alias name too long.";
-    case 5:
-        return "database path contains whitespace (unix).";
     default:
         return "database name 'shared' is a reserved keyword.";
     }
@@ -178,22 +175,18 @@ int vek_cfg_read(const char *path, int cfg_index)
     path = text_or_empty(path);
     if (text_copy(kept, path))
         path = kept; // a longer one does not open
-    FILE *file = platform_open_to_read(path, "r");
-    if (file == nullptr) {
-        report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,
-               strerror(errno));
+    FILE *file = cfg_open(path, caller);
+    if (file == nullptr)
         return 1;
-    }
-    if (is_private_file(path))
-        platform_share(file); // another process may be writing it
     report(REPORT_PLAIN, caller, "Reading configuration file '%s'", path);
     cfg_reading reading = {path, cfg_index, 0, 0};
     while (platform_read_piece(file, vek_message_buf, sizeof vek_message_buf)) {
         ++reading.line;
         take_line(&reading, file);
     }
+    if (!cfg_close(file, path, caller))
+        reading.error = 1;
     if (reading.error != 0)
         report(REPORT_ERROR, caller, "Erroneous statement(s) ignored in file : '%s'.", path);
-    fclose(file);
     return reading.error;
 }

@@ -31,7 +31,7 @@ static void transfer(FILE *source, FILE *target)
     char block[512];
     size_t length;
     do {
-        length = fread(block, 1, sizeof block, source);
+        length = platform_read(source, block, sizeof block);
         if ((length < sizeof block && ferror(source) != 0) ||
             fwrite(block, 1, length, target) < length)
             vek_copy_error = errno;

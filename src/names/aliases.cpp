@@ -113,8 +113,8 @@ const char *vorn_vek_input2tblpth(char *text)
     const vek_tbl_rec *table = find_table_of_directory(vorn_vek_input2path(path));
     if (table == nullptr)
         return text;
-    bool fits = text_join(vek_tblpth_buf, {table->alias, "/", vorn_vek_input2file(path)});
-    return fits ? vek_tblpth_buf : vek_empty_text;
+    text_join(vek_tblpth_buf, {table->alias, "/", vorn_vek_input2file(path)});
+    return vek_tblpth_buf;
 }
 
 const char *vorn_vek_input2full(char *text)

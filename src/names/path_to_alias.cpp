@@ -27,11 +27,8 @@ static const vek_tbl_rec *find_table(const vek_db_rec *db, char (&path)[VEK_PATH
         return nullptr; // each table's directory begins with its database's
     for (int i = 0; i < db->tbl_count; ++i) {
         const char *directory = db->tbls[i]->full_path;
-        if (rest_behind(path, directory) != nullptr)
-            return db->tbls[i];
-        if (strchr(path, '~') == nullptr)
-            continue;
-        text_copy(path, _vek_getlongpath(path));
+        if (strchr(path, '~') != nullptr && rest_behind(path, directory) == nullptr)
+            text_copy(path, _vek_getlongpath(path));
         if (rest_behind(path, directory) != nullptr)
             return db->tbls[i];
     }

@@ -10,12 +10,18 @@
 // The current directory; false, also when it has no room in `width` bytes.
 bool platform_current_dir(char *to, size_t width);
 bool platform_change_dir(const char *path);
+// A hold on the current directory, which leads back to it also when its path does
+// not; -1 if there is none.  Returning ends the hold.
+intptr_t platform_hold_current_dir();
+void platform_return_to(intptr_t hold);
 bool platform_make_dir(const char *path); // one level
 
 // Open for reading, with fopen's mode "r" or "rb".  A directory does not open,
 // and a pipe that nobody writes to does not keep the caller waiting.
 FILE *platform_open_to_read(const char *path, const char *mode);
-// Whether it would: one open, one look at what was opened.
+// Whether an open file is a device that gives bytes without end.
+bool platform_never_ends(FILE *file);
+// Whether a path would open: one open, one look at what was opened.
 bool platform_opens_for_reading(const char *path);
 // Create or empty a file and close it again, without waiting for anybody.
 bool platform_create_file(const char *path);
@@ -40,11 +46,15 @@ void platform_let_go_and_remove(intptr_t hold, const char *path); // for a new f
 // closed.
 void platform_share(FILE *file);
 
+// As fread, but not to be interrupted.
+size_t platform_read(FILE *file, char *to, size_t size);
+
 // One piece of a line into `to`: at most width - 1 characters, the line feed
 // included, as fgets would take them from a file whose lines end in a line
 // feed alone: a carriage return directly before the line feed or the end of
 // the file does not count.  A NUL byte ends the piece's text, not the piece.
-// False at the end of the file.
+// False at the end of the file, and for good when it can't be read on, which
+// ferror tells.
 bool platform_read_piece(FILE *file, char *to, size_t width);
 
 // The long form of a path; false if there is none of fewer than `width`

@@ -20,6 +20,35 @@ bool platform_change_dir(const char *path)
     return chdir(path) == 0;
 }
 
+#ifndef O_PATH
+#define O_PATH O_RDONLY
+#endif
+
+// A host's signal may interrupt the opening of what is not on a disk of this
+// computer.
+static int open_patiently(const char *path, int flags, mode_t mode = 0)
+{
+    int file = -1;
+    do
+        file = open(path, flags | O_CLOEXEC, mode);
+    while (file < 0 && errno == EINTR);
+    return file;
+}
+
+intptr_t platform_hold_current_dir()
+{
+    return open_patiently(".", O_PATH | O_DIRECTORY);
+}
+
+void platform_return_to(intptr_t hold)
+{
+    int dir = static_cast<int>(hold);
+    if (dir < 0)
+        return;
+    [[maybe_unused]] int result = fchdir(dir); // there is no other way
+    close(dir);
+}
+
 bool platform_make_dir(const char *path)
 {
     return mkdir(path, 0777) == 0;
@@ -29,7 +58,7 @@ bool platform_make_dir(const char *path)
 // process.  *is_plain tells a regular file from a pipe or device.
 static int open_file(const char *path, bool *is_plain)
 {
-    int file = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    int file = open_patiently(path, O_RDONLY | O_NONBLOCK);
     if (file < 0)
         return -1;
     struct stat status;
@@ -56,6 +85,17 @@ FILE *platform_open_to_read(const char *path, const char *mode)
     return stream;
 }
 
+// A terminal is read as far as somebody types.
+bool platform_never_ends(FILE *file)
+{
+    struct stat status;
+    if (fstat(fileno(file), &status) != 0 || !S_ISCHR(status.st_mode) || isatty(fileno(file)) != 0)
+        return false;
+    int character = getc(file);
+    ungetc(character, file);
+    return character != EOF;
+}
+
 bool platform_opens_for_reading(const char *path)
 {
     bool is_plain = false;
@@ -68,7 +108,7 @@ bool platform_opens_for_reading(const char *path)
 
 bool platform_create_file(const char *path)
 {
-    int file = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0666);
+    int file = open_patiently(path, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK, 0666);
     if (file < 0)
         return false;
     close(file);
@@ -79,7 +119,7 @@ bool platform_create_file(const char *path)
 // process.  *is_plain tells a regular file from a device.
 static int open_to_write(const char *path, int flags, bool *is_plain)
 {
-    int file = open(path, O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC | flags, 0666);
+    int file = open_patiently(path, O_WRONLY | O_CREAT | O_NONBLOCK | flags, 0666);
     if (file < 0)
         return -1;
     struct stat status;
@@ -125,7 +165,7 @@ bool platform_flush(FILE *file)
 
 bool platform_flush_file(const char *path)
 {
-    int file = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    int file = open_patiently(path, O_RDONLY | O_NONBLOCK);
     if (file < 0)
         return false;
     bool is_done = flush(file);
@@ -254,8 +294,7 @@ void platform_create_like(const char *path, const char *other)
     struct stat status;
     if (stat(other, &status) != 0)
         return;
-    int file =
-        open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, (status.st_mode & 0777) | S_IWUSR);
+    int file = open_patiently(path, O_WRONLY | O_CREAT | O_EXCL, (status.st_mode & 0777) | S_IWUSR);
     if (file >= 0)
         close(file);
 }
@@ -284,7 +323,7 @@ static bool differ_in_case_alone(const char *old_path, const char *new_path)
 bool platform_rename(const char *old_path, const char *new_path)
 {
     if (differ_in_case_alone(old_path, new_path))
-        return rename(old_path, new_path) == 0;
+        return rename(old_path, new_path) == 0; // not reached: no file system of ours folds case
 #ifdef RENAME_NOREPLACE
     if (renameat2(AT_FDCWD, old_path, AT_FDCWD, new_path, RENAME_NOREPLACE) == 0)
         return true;

@@ -20,6 +20,16 @@ bool platform_change_dir(const char *path)
     return _chdir(path) == 0;
 }
 
+// The way back by the path is the only one.
+intptr_t platform_hold_current_dir()
+{
+    return -1;
+}
+
+void platform_return_to(intptr_t)
+{
+}
+
 bool platform_make_dir(const char *path)
 {
     return _mkdir(path) == 0;
@@ -41,6 +51,11 @@ static FILE *open_stream(const char *path, int flags, const char *mode)
 FILE *platform_open_to_read(const char *path, const char *mode)
 {
     return open_stream(path, _O_RDONLY, mode);
+}
+
+bool platform_never_ends(FILE *)
+{
+    return false; // no device of this family does
 }
 
 bool platform_opens_for_reading(const char *path)

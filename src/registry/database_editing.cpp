@@ -115,9 +115,6 @@ static void report_refusal(int code, const char *name, const char *path)
     else if (code == 3)
         report(REPORT_ERROR, caller, "Cannot add database : database name '%s' is already defined.",
                name);
-    else if (code == 5)
-        report(REPORT_ERROR, caller,
-               "Cannot add database (unix) : database path '%s' contains whitespace.", path);
     else if (code == 6)
         report(REPORT_ERROR, caller,
                "Cannot add database : database name '%s' is a reserved keyword.", name);

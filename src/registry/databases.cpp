@@ -74,13 +74,17 @@ int vorn_vek_db_iswritable(const char *name)
     return db == nullptr ? 0 : db->writable;
 }
 
+// The current directory may be out of reach by its path, for those who were put
+// there by somebody who may do more.
 int vorn_vek_db_exists(const char *path)
 {
     char home[260];
-    return platform_current_dir(home, sizeof home) && platform_change_dir(text_or_empty(path)) &&
-                   platform_change_dir(home)
-               ? 1
-               : 0;
+    if (!platform_current_dir(home, sizeof home))
+        return 0;
+    intptr_t hold = platform_hold_current_dir();
+    bool is_there = platform_change_dir(text_or_empty(path)) && platform_change_dir(home);
+    platform_return_to(hold);
+    return is_there ? 1 : 0;
 }
 
 int vek_dir_is_writable(const char *path)
@@ -192,9 +196,10 @@ static bool can_be_entered(const char *path)
     return vorn_vek_db_exists(path) != 0;
 }
 
+// Of a text that begins with a word.
 static text_span trim_end(text_span text)
 {
-    while (text.length > 0 && strchr(" \t", text.start[text.length - 1]) != nullptr)
+    while (strchr(" \t", text.start[text.length - 1]) != nullptr)
         --text.length;
     return text;
 }

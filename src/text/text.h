@@ -3,9 +3,13 @@
 //   instead of              use
 //   strcpy, strncpy         text_copy; text_cut where a prefix is wanted
 //   strcat, sprintf("%s")   text_join, text_append
+//   sprintf of numbers      snprintf
 //   strtok                  text_take_word, text_take_between
 //   sscanf                  text_take_word, text_take_rest
+//   atoi                    strtol, which tells where a number ends
 //   strncmp with a literal  text_begins
+//
+// The compiler refuses all on the left but strncmp (platform/banned.h).
 //
 // A target is always terminated.  A text that does not fit leaves the empty
 // text and gives false: a cut path could name another file.

@@ -1,8 +1,10 @@
 #include "child.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
+#include <filesystem>
+#include <map>
 #include <set>
 #include <sys/mman.h>
 #include <sys/ptrace.h>
@@ -10,6 +12,14 @@
 #include <sys/user.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#ifdef VEK_COVERAGE
+extern "C" void __gcov_dump(); // of the compiler's library that counts what is run
+#else
+static void __gcov_dump()
+{
+}
+#endif
 
 std::string in_child(const std::function<std::string()> &operation)
 {
@@ -19,6 +29,7 @@ std::string in_child(const std::function<std::string()> &operation)
     pid_t child = fork();
     if (child == 0) {
         std::string answer = operation();
+        __gcov_dump();
         _exit(write(ends[1], answer.data(), answer.size()) == (ssize_t)answer.size() ? 0 : 1);
     }
     close(ends[1]);
@@ -41,13 +52,16 @@ static bool keeps_process_alive(long call)
 }
 
 // Leaves the answer in memory that the parent sees: writing it may be refused.
+// The last byte tells that it is there, and that faults are over.
 static pid_t start_traced(const std::function<std::string()> &operation, char *answer, size_t width)
 {
     pid_t child = fork();
     if (child == 0) {
         ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
         raise(SIGSTOP);
-        operation().copy(answer, width - 1);
+        operation().copy(answer, width - 2);
+        answer[width - 1] = 1;
+        __gcov_dump();
         _exit(0);
     }
     waitpid(child, nullptr, 0);
@@ -70,38 +84,97 @@ static void set_registers(pid_t child, user_regs_struct *registers, unsigned lon
     ptrace(PTRACE_SETREGS, child, nullptr, registers);
 }
 
-// Lets the child make all its calls but those that the wish is about.  Result:
-// how many there were.
-static int follow(pid_t child, const fault &wish, int *status)
+// What a process holds on to: its descriptors and its current directory.
+static std::string holdings(pid_t child)
 {
+    const std::string process = "/proc/" + std::to_string(child);
+    const std::filesystem::directory_iterator descriptors(process + "/fd");
+    return std::to_string(std::distance(begin(descriptors), {})) + " descriptors, in " +
+           std::filesystem::read_symlink(process + "/cwd").string();
+}
+
+// What becomes of a child that makes all its calls but those that the wish is
+// about, up to its answer.
+struct course {
+    std::vector<long> calls;
+    std::string change; // of what it holds on to
+    int status = 0;
+};
+
+// A descriptor is closed even where closing it fails.
+static course follow(pid_t child, const fault &wish, const char *is_done)
+{
+    course made;
     user_regs_struct registers = {};
-    int count = 0;
+    const std::string before = holdings(child);
     long refused = -1; // the kind of call
-    while (go_on(child, &registers, status)) {
+    while (go_on(child, &registers, &made.status)) {
+        if (*is_done) {
+            if (holdings(child) != before)
+                made.change = before + " became " + holdings(child);
+            ptrace(PTRACE_DETACH, child, nullptr, nullptr);
+            waitpid(child, &made.status, 0);
+            break;
+        }
         long call = (long)registers.orig_rax;
-        bool is_due = ++count == wish.nth || (wish.for_good && call == refused);
+        made.calls.push_back(call);
+        bool is_due = (int)made.calls.size() == wish.nth || (wish.for_good && call == refused);
         if (is_due && wish.error == 0)
             kill(child, SIGKILL);
         is_due = is_due && wish.error != 0 && !keeps_process_alive(call);
-        if (is_due)
+        if (is_due && call != SYS_close)
             set_registers(child, &registers, &registers.orig_rax, -1);
-        if (!go_on(child, &registers, status))
+        if (!go_on(child, &registers, &made.status))
             break;
         if (is_due)
             set_registers(child, &registers, &registers.rax, -wish.error);
         refused = is_due ? call : refused;
     }
-    return count;
+    return made;
 }
 
-bool run_with_fault(const fault &wish, const std::function<std::string()> &operation,
-                    std::string *answer)
+static course run(const fault &wish, const std::function<std::string()> &operation,
+                  std::string *answer)
 {
     constexpr size_t width = 1 << 16;
     void *shared = mmap(nullptr, width, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    int status = 0;
-    int count = follow(start_traced(operation, (char *)shared, width), wish, &status);
-    *answer = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? (char *)shared : "killed";
+    char *text = (char *)shared;
+    course made = follow(start_traced(operation, text, width), wish, &text[width - 1]);
+    bool is_whole = WIFEXITED(made.status) && WEXITSTATUS(made.status) == 0;
+    *answer = is_whole ? text + made.change : "killed";
     munmap(shared, width);
-    return count >= wish.nth;
+    return made;
+}
+
+std::string run_with_fault(const fault &wish, const std::function<std::string()> &operation)
+{
+    std::string answer;
+    run(wish, operation, &answer);
+    return answer;
+}
+
+std::vector<long> system_calls(const std::function<std::string()> &operation)
+{
+    std::string ignored;
+    return run({}, operation, &ignored).calls;
+}
+
+std::vector<int> errors_of(long call)
+{
+    static const std::map<long, std::vector<int>> known = {
+        {SYS_openat, {EACCES, EIO, EMFILE, ENOENT, ENOSPC, EINTR}},
+        {SYS_read, {EIO, EINTR}},
+        {SYS_write, {EIO, ENOSPC, EINTR}},
+        {SYS_close, {EIO, ENOSPC, EINTR}},
+        {SYS_fsync, {EIO, ENOSPC, EINTR}},
+        {SYS_ftruncate, {EACCES, EIO, EINTR}},
+        {SYS_flock, {EINTR}},
+        {SYS_lseek, {EIO}},
+        {SYS_fcntl, {EIO}},
+        {SYS_mkdir, {EACCES, EIO, ENOENT, ENOSPC}},
+        {SYS_renameat2, {EACCES, EIO, ENOENT, ENOSPC, EINVAL}}};
+    if (keeps_process_alive(call))
+        return {};
+    auto found = known.find(call);
+    return found == known.end() ? std::vector<int>{EACCES, EIO, ENOENT} : found->second;
 }

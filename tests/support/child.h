@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 // What the operation gives, from a child process; "died" if the child did.
 std::string in_child(const std::function<std::string()> &operation);
@@ -16,8 +17,13 @@ struct fault {
     bool for_good; // and so are all later calls of its kind
 };
 
-// Runs the operation in a child with the fault.  Result: false if it made no
-// nth system call.  *answer becomes what the operation gave, or "killed".
-// Calls that manage memory and signals are never refused.
-bool run_with_fault(const fault &wish, const std::function<std::string()> &operation,
-                    std::string *answer);
+// Runs the operation in a child with the fault.  Result: what the operation
+// gave, and behind it what descriptors it left open, or in which other directory
+// it left the process; or "killed".  Calls that manage memory and signals are
+// never refused.
+std::string run_with_fault(const fault &wish, const std::function<std::string()> &operation);
+
+// The kinds of the system calls that the operation makes, in order.
+std::vector<long> system_calls(const std::function<std::string()> &operation);
+// The errors with which a kind of call is refused here.
+std::vector<int> errors_of(long call);

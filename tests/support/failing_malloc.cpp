@@ -1,6 +1,8 @@
 #include "failing_malloc.h"
 
+#include <cerrno>
 #include <cstddef>
+#include <cstdio>
 #include <utility>
 
 static int left; // allocations up to the one that fails; 0 if none is to fail
@@ -27,10 +29,18 @@ static bool fails_now()
 }
 
 extern "C" {
+FILE *__real_fdopen(int file, const char *mode);
 void *__real_malloc(size_t size);
 void *__real_calloc(size_t count, size_t size);
 void *__real_realloc(void *block, size_t size);
 
+FILE *__wrap_fdopen(int file, const char *mode) // which allocates a stream
+{
+    if (!fails_now())
+        return __real_fdopen(file, mode);
+    errno = ENOMEM;
+    return nullptr;
+}
 void *__wrap_malloc(size_t size)
 {
     return fails_now() ? nullptr : __real_malloc(size);

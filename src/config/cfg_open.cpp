@@ -1,0 +1,33 @@
+// Opening and closing a configuration file, for its two readers.
+
+#include "config/config.h"
+#include "host/message.h"
+#include "platform/platform.h"
+
+#include <cerrno>
+#include <cstring>
+
+FILE *cfg_open(const char *path, const char *caller)
+{
+    FILE *file = platform_open_to_read(path, "r");
+    if (file != nullptr && platform_never_ends(file)) {
+        fclose(file);
+        file = nullptr;
+        errno = EINVAL;
+    }
+    if (file == nullptr)
+        report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,
+               strerror(errno));
+    else if (is_private_file(path))
+        platform_share(file); // another process may be writing it
+    return file;
+}
+
+bool cfg_close(FILE *file, const char *path, const char *caller)
+{
+    bool is_whole = ferror(file) == 0;
+    fclose(file);
+    if (!is_whole)
+        report(REPORT_ERROR, caller, "Cannot read configuration file '%s' to its end.", path);
+    return is_whole;
+}

@@ -1,0 +1,24 @@
+# Sources of the libraries can't use the C library's unbounded functions: the
+# compiler refuses their names.
+
+cmake_minimum_required(VERSION 3.25)
+
+set(banned strcpy stpcpy strcat sprintf vsprintf gets scanf fscanf sscanf vscanf vfscanf vsscanf
+           strncpy stpncpy strncat strtok atoi atol atoll atof alloca tmpnam tempnam mktemp)
+set(allowed snprintf memcpy strtol)
+
+file(MAKE_DIRECTORY ${WORK_DIR})
+foreach(name IN LISTS banned allowed)
+  file(WRITE ${WORK_DIR}/${name}.cpp "struct user {\n    int ${name};\n};\n")
+  foreach(library VEK HSK)
+    execute_process(
+      COMMAND ${CXX} ${${library}_OPTIONS} -I${SOURCES} -fsyntax-only ${WORK_DIR}/${name}.cpp
+      RESULT_VARIABLE result
+      ERROR_VARIABLE said)
+    if(name IN_LIST allowed AND NOT result EQUAL 0)
+      message(SEND_ERROR "${library}: ${name} can't be used: ${said}")
+    elseif(name IN_LIST banned AND (result EQUAL 0 OR NOT said MATCHES "poisoned"))
+      message(SEND_ERROR "${library}: ${name} can be used: ${said}")
+    endif()
+  endforeach()
+endforeach()
