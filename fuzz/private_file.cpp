@@ -63,11 +63,22 @@ static void look()
     }
 }
 
+// The saved file but for property files: the name of one without a directory
+// does not lead back to it.
+static std::string saved_text()
+{
+    std::string all;
+    for (const std::string &line : split(get_file(file), "\n"))
+        if (!line.starts_with("PROPFILE "))
+            all += line + "\n";
+    return all;
+}
+
 static void save_and_read()
 {
     EXPECT(vorn_sav_cfg() == 1);
     look();
-    std::string saved = get_file(file), before = personal;
+    std::string saved = saved_text(), before = personal;
     start("yes");
     EXPECT(vek_cfg_read(file, 3) != 1);
     if (!can_be_saved)
@@ -76,7 +87,7 @@ static void save_and_read()
     look();
     expect_same(before, personal);
     EXPECT(vorn_sav_cfg() == 1);
-    expect_same(saved, get_file(file));
+    expect_same(saved, saved_text());
 }
 
 void run(std::string_view input)

@@ -1,5 +1,6 @@
 // Default property files and test rigs.
 
+#include "registry/registry.h"
 #include "support/failing_malloc.h"
 #include "support/scratch.h"
 
@@ -73,6 +74,24 @@ TEST_F(Defaults, TestRigsAreKeptAsWritten)
     EXPECT_STREQ(vek_testrig_defaults->entries[0]->value, "other");
     EXPECT_EQ(vek_testrig_defaults->entries[0]->cfg_index, 2);
     EXPECT_STREQ(vorn_vek_get_def_testrig("C"), "two words");
+}
+
+TEST_F(Defaults, AreAppendedToAListThatIsThere)
+{
+    write_file("plain.dpr");
+    for (const bool are_rigs : {true, false}) {
+        const auto add = are_rigs ? vek_testrig_add : vek_propfile_add;
+        const auto read = are_rigs ? vek_testrig_read : vek_propfile_read;
+        add("c", "no list", 1);
+        read("keyword c plain.dpr", 1);
+        add("d", "e", 2);
+        add(xs(31).c_str(), "e", 2);
+        add("d", xs(268).c_str(), 2);
+        const vek_dflt_list &list = are_rigs ? *vek_testrig_defaults : *vek_propfile_defaults;
+        ASSERT_EQ(list.count, 2);
+        EXPECT_STREQ(list.entries[1]->value, "e");
+        EXPECT_EQ(list.entries[1]->cfg_index, 2);
+    }
 }
 
 TEST_F(Defaults, TheListsGrowAndSurviveWithoutMemory)

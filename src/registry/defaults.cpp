@@ -63,11 +63,12 @@ static bool fits(const char *file_class, const char *value)
     return strlen(file_class) < VEK_CLASS_SIZE && strlen(value) < VEK_PATH_SIZE;
 }
 
-// The list is there and the texts fit.  False if there is no memory, which is
-// reported.
+// False if there is no memory, which is reported, or no room for the texts.
 static bool append(const dflt_kind &kind, const char *file_class, const char *value, int cfg_index)
 {
     vek_dflt_list *list = *kind.list;
+    if (list == nullptr || !fits(file_class, value))
+        return false;
     vek_dflt_rec *record = nullptr;
     if (make_room(list, kind))
         record = static_cast<vek_dflt_rec *>(malloc(sizeof *record));
@@ -93,6 +94,16 @@ static bool set(const dflt_kind &kind, const char *file_class, const char *value
     text_copy(record->value, value);
     record->cfg_index = cfg_index;
     return true;
+}
+
+void vek_propfile_add(const char *file_class, const char *value, int cfg_index)
+{
+    append(propfiles, text_or_empty(file_class), text_or_empty(value), cfg_index);
+}
+
+void vek_testrig_add(const char *file_class, const char *value, int cfg_index)
+{
+    append(testrigs, text_or_empty(file_class), text_or_empty(value), cfg_index);
 }
 
 // The fields of a statement, "<keyword> <class> <value>", as terminated texts.

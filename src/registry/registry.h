@@ -20,6 +20,8 @@ int vek_db_list_print(FILE *stream);
 void vek_tbl_list_print(FILE *stream, const char *mode);
 
 // registry/defaults.cpp.  Append an entry to a list that exists.
+void vek_propfile_add(const char *file_class, const char *value, int cfg_index);
+void vek_testrig_add(const char *file_class, const char *value, int cfg_index);
 }
 
 // registry/databases.cpp.  Whether there is a database at the level; reports a
