@@ -1,5 +1,6 @@
 // The solver's entries.  The input's first line is the model's list of plug-ins;
-// each other one is a name, "|" and a class.
+// "-" for a model without one, and for none of the suite's products.  Each other
+// line is a name, "|" and a class.
 
 #include "support/checks.h"
 #include "support/world.h"
@@ -46,6 +47,10 @@ void run(std::string_view input)
 {
     std::vector<std::string> lines = split(input, "\n");
     the_host.plugin_list = lines[0].substr(0, 65535).c_str();
+    if (lines[0].starts_with("-")) {
+        the_host.plugin_list = "";
+        set("KLV_PRODUCT_NAME", lines[0].substr(1).c_str());
+    }
     vek_set_product_name();
     if (input.size() % 2 == 0)
         EXPECT(F2C_VORN_VEK_CFG_ENV_READ() <= 1);
