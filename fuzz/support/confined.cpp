@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -96,7 +97,7 @@ int __wrap_open(const char *path, int flags, ...)
 {
     va_list rest;
     va_start(rest, flags);
-    mode_t mode = va_arg(rest, mode_t);
+    mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
     va_end(rest);
     return is_outside(path) ? -1 : __real_open(path, flags, mode);
 }
