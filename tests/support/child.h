@@ -21,7 +21,9 @@ struct fault {
 // gave, and behind it what descriptors it left open, or in which other directory
 // it left the process; or "killed".  Calls that manage memory and signals are
 // never refused.
-std::string run_with_fault(const fault &wish, const std::function<std::string()> &operation);
+// *call becomes the kind of the nth: with sanitizers not all runs are alike.
+std::string run_with_fault(const fault &wish, const std::function<std::string()> &operation,
+                           long *call);
 
 // The kinds of the system calls that the operation makes, in order.
 std::vector<long> system_calls(const std::function<std::string()> &operation);
