@@ -89,12 +89,6 @@ static Lines world()
     return all;
 }
 
-#if defined __SANITIZE_ADDRESS__ // where a child takes ten times as long
-constexpr int one_in = 7;
-#else
-constexpr int one_in = 1;
-#endif
-
 // Refuses each system call of an operation with each error.  One whose first line
 // is that of success and that tells of nothing must have done all.  Only copying
 // does not look at what it reads and writes.

@@ -22,10 +22,11 @@ template <typename Result, typename Argument>
 static void call(std::initializer_list<Result (*)(Argument)> operations)
 {
     std::vector<Lines> texts = rows(
-        R"(= %s%n%s [266] [267] [268] [5000] $[5000] [266]$HOME/[300] <shared>/[259] <shared[5000]
+        R"(= %s%n%s [266] [267] [268] [10000] $[5000] [266]$HOME/[300] <shared>/[259] <shared[5000]
         klvds://shared/[253] klvds://[5000] file://[5000] <private>/dampers.tbl/[245] x;;[5000])");
-    for (const std::string &text : Lines{std::string(5000, '/'), std::string(5000, '\\'),
-                                         "DATABASE d " + xs(5000), "TABLE " + xs(5000) + " d e"})
+    for (const std::string &text :
+         Lines{std::string(5000, '/'), std::string(5000, '\\'), "DATABASE d " + xs(5000),
+               "TABLE " + xs(5000) + " d e", "DATABASE x\nTABLE y\n%n"})
         texts.push_back({text});
     for (Result (*operation)(Argument) : operations) {
         check(operation(nullptr), nullptr);

@@ -7,6 +7,14 @@
 #include <string>
 #include <vector>
 
+// Sanitizers make children and long files ten times as slow: then tests take this
+// part of what they have.
+#if defined __SANITIZE_ADDRESS__
+constexpr int one_in = 7;
+#else
+constexpr int one_in = 1;
+#endif
+
 // What the operation gives, from a child process; "died" if the child did.
 std::string in_child(const std::function<std::string()> &operation);
 
