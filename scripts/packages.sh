@@ -43,7 +43,7 @@ install_packages() {
 build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp)
 fortran_packages=(gfortran:gfortran)
 test_packages=("${build_packages[@]}" "${fortran_packages[@]}" libgtest-dev:gtest/gtest.h
-    binutils:nm pkgconf:pkg-config)
+    binutils:nm pkgconf:pkg-config valgrind:valgrind)
 # shellcheck disable=SC2034
 windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mingw32-g++-posix
     gfortran-mingw-w64-x86-64-posix:x86_64-w64-mingw32-gfortran-posix wine:wine)

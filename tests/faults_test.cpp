@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <sstream>
 #include <sys/syscall.h>
 
 static const char file[] = ".vorn.cfg";
@@ -101,16 +102,19 @@ void Faults::expect_no_fault(const std::function<std::string()> &operation, cons
     EXPECT_FALSE(is_told(good)) << good;
     prepare();
     const std::vector<long> calls = system_calls(operation);
+    int considered = 0;
     for (int nth = 1; nth <= (int)calls.size(); ++nth) {
-        const long call = calls[nth - 1];
         std::vector<fault> wishes;
-        for (int error : errors_of(call))
+        for (int error : errors_of(calls[nth - 1]))
             wishes.push_back({nth, error, false});
         if (kind == UPDATE)
             wishes.insert(wishes.end(), {{nth, 0, false}, {nth, ENOSPC, true}});
         for (const fault &wish : wishes) {
+            if (++considered % one_in != 0)
+                continue;
+            long call;
             prepare();
-            std::string answer = run_with_fault(wish, operation);
+            std::string answer = run_with_fault(wish, operation, &call);
             bool may_be_cut =
                 kind == COPY && (call == SYS_write || (call == SYS_read && wish.error != EINTR));
             bool must_be_done =
@@ -194,4 +198,173 @@ TEST_F(Faults, AStartTellsWhateverTheSystemRefuses)
         old_text.clear();
     }
     printf("%d system calls refused\n", count);
+}
+
+// What a user does in a session.
+static const row session[] = {
+    {"start", [] { return vorn_vek_cfg_env_read(""); }},
+    {"start a plug-in", [] { return vorn_vek_cfg_env_read("plug"); }},
+    {"search", [] { return (int)search(Text("<shared>/dampers.tbl/a.dpr")).size(); }},
+    {"add", [] { return vorn_vek_db_add("mine", "mine.vek", 1); }},
+    {"refuse", [] { return vorn_vek_db_add("mine", xs(260).c_str(), 1); }},
+    {"refuse a table", [] { return vek_tbl_read(("TABLE " + xs(400) + " a b").c_str(), 0); }},
+    {"database", [] { return add_database("fifth fifth.vek"); }},
+    {"table", [] { return add_table("last last.tbl lst"); }},
+    {"grown database", [] { return add_database("sixth sixth.vek"); }},
+    {"default", [] { return vorn_vek_set_write_default("mine"); }},
+    {"file",
+     [] { return vorn_vek_set_def_propfile("spring", Text("<shared>/dampers.tbl/a.dpr")); }},
+    {"rig", [] { return vorn_vek_set_def_testrig("spring", "rig"); }},
+    {"back", [] { return vorn_vek_set_write_default("private"); }},
+    {"remove", [] { return vorn_vek_db_remove("mine"); }},
+    {"copy", [] { return vorn_vek_copy_file2db(Text("source.dpr"), "private"); }},
+    {"report", [] { return vorn_vek_db_info("report") + vorn_vek_tbl_info("report"); }},
+    {"new", [] { return vorn_cre_dat("new.vek"); }},
+    {"save", [] { return host::answer = 2, vorn_sav_cfg(); }},
+    {"start by the solver",
+     [] {
+         int length = 0, found = 0;
+         F2C_DB_SEARCH(Text(""), 0, &length, &found, "<private>/dampers.tbl/source.dpr", 0, "");
+         return found;
+     }},
+};
+
+// A step as its result and the state behind it, and the lines that it printed.
+constexpr char line_end = '\1', step_end = '\2';
+static std::string take(const row &now)
+{
+    host::printed();
+    std::string taken = std::to_string(now.run());
+    for (const char *name : {"damper", "spring"})
+        taken += std::string(" ") + vorn_vek_get_def_propfile(name) + " " +
+                 vorn_vek_get_def_testrig(name);
+    const char *chosen = vorn_vek_get_write_default();
+    taken += chosen == nullptr ? "" : chosen;
+    for (const std::string &db : databases())
+        taken += "; " + db;
+    for (const std::string &line : host::printed())
+        taken += line_end + line;
+    return taken + step_end;
+}
+
+static Lines parts(const std::string &text, char end)
+{
+    Lines all;
+    std::istringstream rest(text);
+    for (std::string part; std::getline(rest, part, end);)
+        all.push_back(part);
+    return all;
+}
+
+// Whatever has happened, a session can be gone on with.
+static std::string fault_afterwards()
+{
+    vorn_vek_init("vorn"); // for what the start may have missed
+    std::string faults = vorn_vek_db_add("again", "again.vek", 1) == 0 ? "" : "add ";
+    faults += vorn_vek_set_write_default("again") == 0 ? "" : "default ";
+    faults += search(Text("<shared>/dampers.tbl/a.dpr")).empty() ? "search " : "";
+    faults += vorn_vek_set_def_testrig("again", "rig") == 1 ? "" : "rig ";
+    faults += vorn_vek_get_def_testrig("again") == std::string("rig") ? "" : "no rig ";
+    faults += vorn_sav_cfg() == 1 ? "" : "save ";
+    for (int level = 2; level <= number_of_veks; ++level)
+        faults += db_at(level)->tbl_count == db_at(1)->tbl_count ? "" : "tables ";
+    return faults.empty() ? "" : faults + said();
+}
+
+// The whole session, the number of the step in which memory ran out, and how it
+// can be gone on with.
+static std::string go_through(int nth, bool for_good)
+{
+    std::string answer;
+    int failing = -1, number = 0;
+    fail_allocation(nth, for_good);
+    for (const row &now : session) {
+        answer += take(now);
+        if (failing < 0 && has_failed())
+            failing = number;
+        ++number;
+    }
+    stop_failing();
+    return answer + std::to_string(failing) + step_end + (nth > 0 ? fault_afterwards() : "");
+}
+
+// What a step leaves: the text behind its result, up to its lines.
+static std::string state(const std::string &step)
+{
+    const size_t start = step.find(' ');
+    return step.substr(start, step.find(line_end) - start);
+}
+
+static std::string result(const std::string &step)
+{
+    return step.substr(0, step.find(' '));
+}
+
+// A step that lacks memory says so, if there is some for that; else its lines are
+// as ever but for one, which is missing or cut.
+static bool is_told(const Lines &now, const Lines &good)
+{
+    for (const char *told : {"ABORT: malloc_failure", "Malloc failed.", "Cannot allocate memory",
+                             "ERROR: cannot open file"})
+        for (const std::string &line : now)
+            if (line.find(told) != line.npos)
+                return true;
+    const auto strange = std::count_if(now.begin(), now.end(), [&](const std::string &line) {
+        return std::find(good.begin(), good.end(), line) == good.end();
+    });
+    return now[0] == good[0] && (size_t)strange <= 1 &&
+           now.size() + 1 - (size_t)strange >= good.size();
+}
+
+TEST_F(Faults, ASessionGoesOnWhenAnyAllocationFails)
+{
+    set("KLV_VORN", "inst");
+    set("KLV_VORN_SITE", "inst/site");
+    std::string shared = shared_cfg;
+    for (char name = 'a'; name <= 'v'; ++name)
+        shared += std::string("TABLE ") + name + " tbl " + name + "\n";
+    write_file("inst/vorn.cfg", shared);
+    write_file("inst/site/vorn.cfg", "DATABASE site inst/site.vek\nENVIRONMENT C $HOME\n");
+    old_text = "ENVIRONMENT A b\n" + private_cfg + "TESTRIG damper rig\n";
+    host::plugin_list = "vorn:plug";
+    auto run = [](int nth, bool for_good) {
+        prepare();
+        write_file("plug.cfg", "TABLE plug plugs.tbl plg\nTABLE x\nDATABASE private x\n");
+        write_file("shared.vek/dampers.tbl/a.dpr");
+        return parts(in_child([=] { return go_through(nth, for_good); }), step_end);
+    };
+    const Lines good = run(0, false);
+    const size_t steps = std::size(session);
+    ASSERT_EQ(good.size(), steps + 1);
+    for (int nth = 1;; nth += one_in)
+        for (bool for_good : {false, true}) {
+            const Lines now = run(nth, for_good);
+            ASSERT_GT(now.size(), steps) << nth << " " << now[0];
+            const int failing = std::stoi(now[steps]);
+            if (failing < 0) {
+                printf("%d allocations failed\n", count);
+                EXPECT_GT(nth, 50);
+                return;
+            }
+            SCOPED_TRACE(std::to_string(nth) + (for_good ? " and all behind it: " : ": ") +
+                         session[failing].name);
+            ++count;
+            EXPECT_EQ(now.size(), steps + 1) << now.back();
+            EXPECT_EQ(in_child([] { // a next session reads what was saved
+                          set_product("vorn");
+                          std::string result = std::to_string(vorn_vek_cfg_env_read(""));
+                          std::string lines = said();
+                          return is_told(lines) ? lines : result;
+                      }),
+                      "0");
+            const Lines mine = parts(now[failing], line_end);
+            const Lines usual = parts(good[failing], line_end);
+            EXPECT_TRUE(for_good || is_told(mine, usual)) << now[failing];
+            if (!std::string(session[failing].name).starts_with("start")) {
+                bool is_undone = state(mine[0]) == state(good[failing - 1]);
+                EXPECT_TRUE(mine[0] == usual[0] ||
+                            (is_undone && result(mine[0]) != result(usual[0])))
+                    << now[failing];
+            }
+        }
 }

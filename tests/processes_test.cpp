@@ -143,6 +143,66 @@ TEST_F(Processes, WaitForEachOthersUpdates)
     }
 }
 
+// A thousand updates of one session: of its list, of the default, and by saves.
+// Both sessions start first, so that neither knows the other's database.
+static void update_often(const std::string &name, const std::string &other, bool saves)
+{
+    if (vorn_vek_init("vorn") != 0)
+        _exit(1);
+    host::answer = 2;
+    make_dir(name);
+    while (!std::filesystem::exists(other))
+        usleep(1000);
+    for (int i = 0; i < 1000 / one_in; ++i) {
+        int result = i % 4 == 0   ? vorn_vek_db_add(name.c_str(), name.c_str(), 1)
+                     : i % 4 == 1 ? vorn_vek_set_write_default("private")
+                     : i % 4 == 2 ? vorn_vek_db_remove(name.c_str())
+                     : saves      ? 1 - vorn_sav_cfg()
+                                  : 1 - vorn_wrt_cfg("", nullptr);
+        if (result != 0 || said().find("ERROR") != std::string::npos)
+            _exit(2);
+    }
+    _exit(0);
+}
+
+// Saves drop another session's database, which its order still names.
+TEST_F(Processes, ReadWhatTwoOthersKeepUpdating)
+{
+    set("KLV_VORN", "inst");
+    set_product("vorn");
+    write_file("inst/vorn.cfg", shared_cfg);
+    int readings = 0;
+    for (bool saves : {true, false}) {
+        set("KLV_VEK_SEARCH", saves ? "no" : "yes");
+        write_file(file, "ENVIRONMENT A b\n" + private_cfg + "DATABASE_ORDER private\n");
+        std::filesystem::remove_all("a");
+        std::filesystem::remove_all("b");
+        pid_t others[2];
+        for (int i : {0, 1})
+            if ((others[i] = fork()) == 0)
+                update_often(i == 0 ? "a" : "b", i == 0 ? "b" : "a", i == 0 && saves);
+        for (int left = 2; left > 0; ++readings) {
+            int status = 0;
+            left -= waitpid(others[left - 1], &status, WNOHANG) > 0 ? 1 : 0;
+            EXPECT_EQ(status, 0);
+            ASSERT_EQ(in_child([this] {
+                          const std::string path = home + "/" + file;
+                          int result = vek_env_read(Text(path));
+                          result +=
+                              vek_cfg_read("inst/vorn.cfg", 0) + vek_cfg_read(path.c_str(), 1);
+                          const char *chosen = vorn_vek_get_write_default();
+                          if (result != 0)
+                              return said();
+                          return std::string(chosen == nullptr ? "none" : chosen);
+                      }),
+                      "private")
+                << read_file(file);
+        }
+    }
+    EXPECT_GT(readings, 10);
+    printf("%d readings\n", readings);
+}
+
 // A directory for temporary files may be cleaned away; a link is not a file of ours.
 TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
 {

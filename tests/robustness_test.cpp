@@ -5,7 +5,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <functional>
 
 class Robustness : public Scratch {};
 
@@ -22,10 +21,11 @@ template <typename Result, typename Argument>
 static void call(std::initializer_list<Result (*)(Argument)> operations)
 {
     std::vector<Lines> texts = rows(
-        R"(= %s%n%s [266] [267] [268] [5000] $[5000] [266]$HOME/[300] <shared>/[259] <shared[5000]
+        R"(= %s%n%s [266] [267] [268] [10000] $[5000] [266]$HOME/[300] <shared>/[259] <shared[5000]
         klvds://shared/[253] klvds://[5000] file://[5000] <private>/dampers.tbl/[245] x;;[5000])");
-    for (const std::string &text : Lines{std::string(5000, '/'), std::string(5000, '\\'),
-                                         "DATABASE d " + xs(5000), "TABLE " + xs(5000) + " d e"})
+    for (const std::string &text :
+         Lines{std::string(5000, '/'), std::string(5000, '\\'), "DATABASE d " + xs(5000),
+               "TABLE " + xs(5000) + " d e", "DATABASE x\nTABLE y\n%n"})
         texts.push_back({text});
     for (Result (*operation)(Argument) : operations) {
         check(operation(nullptr), nullptr);
@@ -97,56 +97,6 @@ TEST_F(Robustness, NoTextBreaksAnOperation)
     call_all();
     vek_set_number_of_veks(1000000);
     call_all();
-}
-
-// Fails each allocation of an operation in turn, alone and with all behind it,
-// until the operation has its way.
-static void expect_undone(const std::function<bool()> &succeeds,
-                          const std::string &report = "ABORT: malloc_failure")
-{
-    for (int nth = 1;; ++nth)
-        for (bool for_good : {true, false}) {
-            const Lines before = databases();
-            host::printed();
-            fail_allocation(nth, for_good);
-            bool success = succeeds();
-            bool failed = stop_failing();
-            EXPECT_NE(success, failed) << nth;
-            if (!failed) {
-                EXPECT_GT(nth, 1) << databases().size();
-                return;
-            }
-            EXPECT_EQ(databases(), before) << nth;
-            EXPECT_EQ(host::printed(), for_good ? Lines{} : Lines{report}) << nth;
-        }
-}
-
-TEST_F(Robustness, AFailedAllocationLeavesEverythingAsItWas)
-{
-    expect_undone([] { return add_database("d1 d1") == 0; });
-    expect_undone([] { return add_table("t1 t1 t1") == 0; });
-    expect_undone([] { return add_database("d2 d2") == 0; });
-    expect_undone([] { return add_table("t2 t2 t2") == 0; });
-    for (int i = 3; i <= 25; ++i)
-        add_table("y" + std::to_string(i) + " y z" + std::to_string(i));
-    expect_undone([] { return add_table("t26 t26 t26") == 0; });
-    for (const char *operands : {"d3 d", "d4 d", "d5 d"})
-        add_database(operands);
-    expect_undone([] { return add_database("d6 d6") == 0; });
-    EXPECT_EQ(vek_list[5]->tbl_count, 26);
-    expect_undone([] { return vorn_vek_set_write_default_no_cfg_update("d1") == 0; });
-    write_file("file");
-    expect_undone(
-        [] {
-            char *block = vorn_vek_search_file("", Text("file"), 1);
-            return *block != '\0' && (free(block), true);
-        },
-        "ERROR: Malloc failed. Unable to continue search.");
-    // A long report without memory goes out cut to the shared buffer's size.
-    fail_allocation(1, false);
-    add_table(xs(400) + " t e");
-    EXPECT_TRUE(stop_failing());
-    EXPECT_EQ(host::printed()[0], "ERROR: " + ("The table class name '" + xs(400)).substr(0, 267));
 }
 
 TEST_F(Robustness, FilesReadWithoutMemoryLeaveRoomForLaterOnes)

@@ -162,7 +162,7 @@ TEST_F(StartUp, GoesOnWhenTheHostChangesWhatItGave)
 TEST_F(StartUp, TheProductComesBeforeTheListOfPlugIns)
 {
     static std::string product;
-    host::plugin_list = xs(2000);
+    host::plugin_list = xs(60000);
     host::when_print = [](const char *line) {
         if (*line == 'W')
             product = vek_product_name();

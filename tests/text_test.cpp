@@ -52,8 +52,8 @@ TEST_F(TextOperation, ComparesFindsAndRaises)
 
 TEST_F(TextOperation, ExpandsVariables)
 {
-    for (const Lines &row :
-         rows("HOME=/u/ A=q B=$A/z SELF=$SELF X264=[264] X265=[265] X266=[266] X267=[267]"))
+    for (const Lines &row : rows("HOME=/u/ A=q B=$A/z SELF=$SELF RING=$GNIR GNIR=$RING X264=[264] "
+                                 "X265=[265] X266=[266] X267=[267]"))
         set(row[0], row[1]);
     set("Q", "A=b");              // the environment holds "Q=A=b", which is no variable Q=A
     for (int i = 0; i <= 64; ++i) // $N0 takes 64 replacements, $N64 one more

@@ -91,6 +91,12 @@ void _vek_print_db_section(FILE *out, const char *tag)
     print_order_section(out, tag);
 }
 
+// A statement with a line end would be two.
+static bool has_line_end(const char *text)
+{
+    return strpbrk(text, "\r\n") != nullptr;
+}
+
 // These give the number of statements written.
 static int write_personal_tables(FILE *out)
 {
@@ -112,7 +118,8 @@ static int write_personal_defaults(FILE *out, const char *keyword, const vek_dfl
     int count = 0;
     for (int i = 0; list != nullptr && i < list->count; ++i) {
         const vek_dflt_rec *entry = list->entries[i];
-        if (!is_personal(entry->cfg_index))
+        if (!is_personal(entry->cfg_index) || has_line_end(entry->class_) ||
+            has_line_end(entry->value))
             continue;
         char value[VEK_PATH_SIZE];
         text_copy(value, entry->value);

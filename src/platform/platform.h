@@ -23,7 +23,8 @@ FILE *platform_open_to_read(const char *path, const char *mode);
 bool platform_never_ends(FILE *file);
 // Whether a path would open: one open, one look at what was opened.
 bool platform_opens_for_reading(const char *path);
-// Create or empty a file and close it again, without waiting for anybody.
+// Create a file, or open the one that is there, and close it again, without waiting
+// for anybody.  A link gives way to the file.
 bool platform_create_file(const char *path);
 // Open for writing or appending, with fopen's mode.  A pipe does not open: it
 // could keep the caller waiting, or end the process when its reader leaves.  A

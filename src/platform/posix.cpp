@@ -106,9 +106,14 @@ bool platform_opens_for_reading(const char *path)
     return true;
 }
 
+// What a link leads to is left alone: in a directory that many may write to,
+// anybody could have made it.
 bool platform_create_file(const char *path)
 {
-    int file = open_patiently(path, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK, 0666);
+    constexpr int flags = O_WRONLY | O_CREAT | O_NONBLOCK | O_NOFOLLOW;
+    int file = open_patiently(path, flags, 0666);
+    if (file < 0 && errno == ELOOP && unlink(path) == 0)
+        file = open_patiently(path, flags, 0666);
     if (file < 0)
         return false;
     close(file);

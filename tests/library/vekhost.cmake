@@ -104,3 +104,13 @@ foreach(words "" "nonsense" "find" "copy;x" "copy;x;y;--to-db;z" "rename;x" "--n
               "find;--all;x" "report;x;y" "move;x" "add;x")
   expect(2 "^$" ${words})
 endforeach()
+
+# Only records and what holds them may be left at the end, within reach.
+if(VALGRIND)
+  list(PREPEND VEKHOST ${VALGRIND} --quiet --leak-check=full --error-exitcode=9
+       --show-leak-kinds=definite,indirect,possible --errors-for-leak-kinds=definite,indirect,possible)
+  expect(0 "^$" --plugin plug add last last.vek)
+  expect(0 "^$" remove last)
+  expect(0 "^$" save)
+  expect(0 "^${shared}\n$" --solver --model run.model find "<shared>/dampers.tbl/a.dpr")
+endif()

@@ -146,10 +146,12 @@ static course run(const fault &wish, const std::function<std::string()> &operati
     return made;
 }
 
-std::string run_with_fault(const fault &wish, const std::function<std::string()> &operation)
+std::string run_with_fault(const fault &wish, const std::function<std::string()> &operation,
+                           long *call)
 {
     std::string answer;
-    run(wish, operation, &answer);
+    const std::vector<long> calls = run(wish, operation, &answer).calls;
+    *call = (int)calls.size() < wish.nth ? -1 : calls[wish.nth - 1];
     return answer;
 }
 

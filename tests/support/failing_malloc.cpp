@@ -14,6 +14,11 @@ void fail_allocation(int nth, bool for_good)
     goes_on = for_good;
 }
 
+bool has_failed()
+{
+    return failed;
+}
+
 bool stop_failing()
 {
     left = 0;
