@@ -6,10 +6,8 @@
 #include "support/scratch.h"
 
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <random>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -227,38 +225,6 @@ TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
     EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", "link.cfg", nullptr), 0);
     EXPECT_TRUE(std::filesystem::is_symlink("link.cfg"));
     std::filesystem::remove(std::string(vorn_vek_tmp_file_path()) + "new_cfg_file");
-}
-
-// A copy that is cut short counts as none, and is not remembered.
-TEST_F(Processes, TellOfCopiesThatAreCutShort)
-{
-    start_session();
-    host::printed();
-    signal(SIGXFSZ, SIG_IGN);
-    const std::string old = private_cfg + xs(5000) + "\n";
-    const std::string copy = std::string(vorn_vek_tmp_file_path()) + "tmp_cfg_file";
-    const std::string cut = "could not be written: File too large\n";
-    write_file(file, old);
-    rlimit usual, small;
-    getrlimit(RLIMIT_FSIZE, &usual);
-    small = usual;
-    small.rlim_cur = 100;
-    setrlimit(RLIMIT_FSIZE, &small);
-    int result = vorn_sav_cfg(); // with a backup
-    setrlimit(RLIMIT_FSIZE, &usual);
-    EXPECT_EQ(result, 0);
-    std::string lines = said();
-    EXPECT_NE(lines.find("> ERROR: Cannot create file '" + home + "/" + backup + "' : File too"),
-              lines.npos);
-    EXPECT_TRUE(lines.ends_with(cut)) << lines;
-    EXPECT_EQ(lines.find("backup created"), lines.npos);
-    EXPECT_EQ(read_file(file), old);
-    EXPECT_FALSE(std::filesystem::exists(copy));
-    make_dir(copy);
-    host::answer = 1; // without one
-    EXPECT_EQ(vorn_sav_cfg(), 0);
-    EXPECT_EQ(said(), "> ERROR: Cannot create file 'file://" + copy + "' : Is a directory\n");
-    std::filesystem::remove(copy);
 }
 
 // What can't be written can still be read, and the user has asked for it.
