@@ -181,8 +181,9 @@ VEK_API int vek_cfg_read(const char *path, int cfg_index);
 /* Take the ENVIRONMENT statements of one configuration file into the process
    environment.  `path` is expanded in place as by vek_eval_str.
    Result: 1 the file does not open or can't be read to its end; otherwise that
-   of the last setting, 0 if there was none.  A name has at most 60 characters, a value 180 before it is
-   expanded by vek_eval_str; lines are read in pieces of 255.
+   of the last setting, 0 if there was none.  A name has at most 60 characters,
+   a value 180 before it is expanded by vek_eval_str; lines are read in pieces
+   of 255.
    Prints a line with the path in solver mode, a report if the file does not
    open or end, and two reports for each bad statement.  */
 VEK_API int vek_env_read(char *path);
@@ -231,7 +232,8 @@ VEK_API int vorn_wrt_cfg(const char *tag, const char *name);
    tables, property files and test rigs, with KLV_VEK_SEARCH at "yes" the order
    of all databases, and the ENVIRONMENT lines of the old file with their
    present values, or as they were where vorn_wrt_cfg leaves them.  All else
-   goes, and so does a default whose class or value has a line end.  KLV_UPDATE_CFG is not looked at.
+   goes, and so does a default whose class or value has a line end.
+   KLV_UPDATE_CFG is not looked at.
    Result: 1 written; 0 not, or an answer that the alert does not offer;
    -1 cancelled.  With a backup prints its two lines and one more.  */
 VEK_API int vorn_sav_cfg(void);

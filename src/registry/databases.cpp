@@ -129,25 +129,28 @@ static void release(vek_db_rec *db)
     free(db);
 }
 
-// The tables of a removed database.  What a lookup gave from them stays good, so
-// they are kept for the rest of the process, in sight of leak checkers.
+// What a removed database leaves: its tables, and the database that it had taken
+// the place of.  What a lookup gave from them stays good, so they are kept for the
+// rest of the process, in sight of leak checkers.
 struct removed_tables {
     vek_tbl_rec **tbls;
+    vek_db_rec *replaced;
     removed_tables *next;
 };
 
-// The record's own block, cut down, holds on to the tables.
+// The record's own block, cut down, holds on to them.
 static void release_but_tables(vek_db_rec *db)
 {
     static removed_tables *last;
     vek_tbl_rec **tbls = db->tbls;
-    if (tbls == nullptr) {
+    vek_db_rec *replaced = db->replaced;
+    if (tbls == nullptr && replaced == nullptr) {
         free(db);
         return;
     }
     void *block = realloc(db, sizeof *last);
     removed_tables *kept = static_cast<removed_tables *>(block == nullptr ? db : block);
-    *kept = {tbls, last};
+    *kept = {tbls, replaced, last};
     last = kept;
 }
 
@@ -182,9 +185,11 @@ static int store(const char *name, const char *path, int cfg_index)
         release(db);
         return 1;
     }
+    if (number_of_veks < filled_slots)
+        db->replaced = vek_list[number_of_veks];
+    else
+        ++filled_slots;
     vek_list[number_of_veks++] = db;
-    if (filled_slots < number_of_veks)
-        filled_slots = number_of_veks;
     return 0;
 }
 
