@@ -24,8 +24,7 @@ struct vek_db_rec {
     int tbl_count;
     int tbl_capacity;
     int cfg_index;
-    vek_tbl_rec **tbls;   // null until the first table
-    vek_db_rec *replaced; // that stood in this one's slot, hidden; null if none
+    vek_tbl_rec **tbls; // null until the first table
 };
 
 // The default of one class.

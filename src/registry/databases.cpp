@@ -16,6 +16,13 @@ int vek_list_capacity;
 // to set; this is not.
 static int filled_slots;
 
+// A record as it is made, with the one that stood in its slot, hidden by a lower
+// count; null if none did.
+struct stored_db {
+    vek_db_rec record;
+    vek_db_rec *replaced;
+};
+
 int db_count()
 {
     if (number_of_veks < 0)
@@ -143,7 +150,7 @@ static void release_but_tables(vek_db_rec *db)
 {
     static removed_tables *last;
     vek_tbl_rec **tbls = db->tbls;
-    vek_db_rec *replaced = db->replaced;
+    vek_db_rec *replaced = reinterpret_cast<stored_db *>(db)->replaced;
     if (tbls == nullptr && replaced == nullptr) {
         free(db);
         return;
@@ -170,13 +177,14 @@ static int store(const char *name, const char *path, int cfg_index)
 {
     if (number_of_veks < 0 || number_of_veks > filled_slots)
         return 1; // a count set by the host; no slot is known to be the next
-    vek_db_rec *db = nullptr;
+    stored_db *stored = nullptr;
     if (make_room())
-        db = static_cast<vek_db_rec *>(calloc(1, sizeof *db));
-    if (db == nullptr) {
+        stored = static_cast<stored_db *>(calloc(1, sizeof *stored));
+    if (stored == nullptr) {
         report_malloc_failure("vek_db_read");
         return 1;
     }
+    vek_db_rec *db = &stored->record;
     text_copy(db->name, name);
     text_copy(db->path, path);
     db->writable = vek_dir_is_writable(path);
@@ -186,7 +194,7 @@ static int store(const char *name, const char *path, int cfg_index)
         return 1;
     }
     if (number_of_veks < filled_slots)
-        db->replaced = vek_list[number_of_veks];
+        stored->replaced = vek_list[number_of_veks];
     else
         ++filled_slots;
     vek_list[number_of_veks++] = db;
