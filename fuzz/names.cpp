@@ -111,9 +111,12 @@ static bool ends_inside(const char *directory, const std::string &path)
     return vek_strncasecmp(path.c_str(), directory, (int)length) == 0 && path[length] != '/';
 }
 
-// A whole path of a file, which no database takes for its own by mistake.
+// A whole path of a file, which no database takes for its own by mistake.  Behind
+// a line feed in a name "\" stays, and is turned when only the path comes back.
 static bool is_file_path(const std::string &path)
 {
+    if (path.find('\\') != path.npos)
+        return false;
     if (path[0] != '/' || path.rfind('/') == 0 || path.back() == '/')
         return false;
     for (int level = 1; level <= db_count(); ++level) {
