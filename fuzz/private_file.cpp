@@ -59,7 +59,8 @@ static void look()
         if (db_at(level)->cfg_index != vek_private_cfg_index)
             continue;
         personal += std::string("\n") + db_at(level)->name + " " + db_at(level)->path;
-        can_be_saved = can_be_saved && strlen(db_at(level)->path) <= 234;
+        bool can_be_ordered = strchr(db_at(level)->name, ',') == nullptr;
+        can_be_saved = can_be_saved && can_be_ordered && strlen(db_at(level)->path) <= 234;
     }
 }
 
