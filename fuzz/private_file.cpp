@@ -64,13 +64,13 @@ static void look()
     }
 }
 
-// The saved file but for property files: the name of one without a directory
-// does not lead back to it.
+// The statements of the saved file but for property files: the name of one
+// without a directory does not lead back to it.
 static std::string saved_text()
 {
     std::string all;
     for (const std::string &line : split(get_file(file), "\n"))
-        if (!line.starts_with("PROPFILE "))
+        if (!line.starts_with("PROPFILE ") && !line.starts_with("!"))
             all += line + "\n";
     return all;
 }
