@@ -167,6 +167,8 @@ TEST_F(OddFiles, AreNotMadeByNamesWithLineEnds)
     const std::string more = "x\nENVIRONMENT EVIL %n", file = "dampers.tbl" + more;
     write_file(file);
     make_dir(more);
+    set("MORE", more);
+    EXPECT_EQ(vorn_vek_db_add("more", "$MORE", 1), 0);
     vorn_vek_db_add("a", more.c_str(), 1);
     vorn_vek_db_add(more.c_str(), "b", 1);
     for (const std::string &name : {more, std::string("%s%n")}) {
