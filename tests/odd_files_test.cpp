@@ -102,7 +102,10 @@ TEST_F(OddFiles, MayBeTheCurrentDirectory)
     fs::current_path("locked/dir");
     fs::permissions(home, fs::perms::none);
     EXPECT_EQ(in_child(ask), "020 " + home + "/locked/dir");
-    fs::permissions(home, fs::perms::owner_all);
+    fs::permissions(home, fs::perms::all);
+    fs::permissions(home + "/locked/dir", fs::perms::none); // nor is it by "."
+    EXPECT_EQ(in_child(ask), "020 " + home + "/locked/dir");
+    fs::permissions(home + "/locked/dir", fs::perms::all);
 }
 
 TEST_F(OddFiles, AreNoConfigurationFilesThatBreakAReader)
