@@ -58,9 +58,12 @@ static void look()
     for (int level = 1; level <= db_count(); ++level) {
         if (db_at(level)->cfg_index != vek_private_cfg_index)
             continue;
-        personal += std::string("\n") + db_at(level)->name + " " + db_at(level)->path;
+        std::string path = db_at(level)->path;
+        if (path.find_first_of(" \t\r\v\f") == 0)
+            path.insert(0, "./"); // as it is saved
+        personal += std::string("\n") + db_at(level)->name + " " + path;
         bool can_be_ordered = strchr(db_at(level)->name, ',') == nullptr;
-        can_be_saved = can_be_saved && can_be_ordered && strlen(db_at(level)->path) <= 234;
+        can_be_saved = can_be_saved && can_be_ordered && path.size() <= 233;
     }
 }
 

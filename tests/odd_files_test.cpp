@@ -102,7 +102,10 @@ TEST_F(OddFiles, MayBeTheCurrentDirectory)
     fs::current_path("locked/dir");
     fs::permissions(home, fs::perms::none);
     EXPECT_EQ(in_child(ask), "020 " + home + "/locked/dir");
-    fs::permissions(home, fs::perms::owner_all);
+    fs::permissions(home, fs::perms::all);
+    fs::permissions(home + "/locked/dir", fs::perms::none); // nor is it by "."
+    EXPECT_EQ(in_child(ask), "020 " + home + "/locked/dir");
+    fs::permissions(home + "/locked/dir", fs::perms::all);
 }
 
 TEST_F(OddFiles, AreNoConfigurationFilesThatBreakAReader)
@@ -167,6 +170,8 @@ TEST_F(OddFiles, AreNotMadeByNamesWithLineEnds)
     const std::string more = "x\nENVIRONMENT EVIL %n", file = "dampers.tbl" + more;
     write_file(file);
     make_dir(more);
+    set("MORE", more);
+    EXPECT_EQ(vorn_vek_db_add("more", "$MORE", 1), 0);
     vorn_vek_db_add("a", more.c_str(), 1);
     vorn_vek_db_add(more.c_str(), "b", 1);
     for (const std::string &name : {more, std::string("%s%n")}) {

@@ -69,12 +69,16 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
         EXPECT_EQ(read_file(file), after);
     }
     // So that a session reads all of a path.
-    for (const std::string &path : on_windows ? Lines{} : Lines{"b\r", "b \\"}) {
-        add_database("<a> $HOME/" + path);
+    set("BLANK", " \t");
+    for (const auto &[path, written] : std::vector<std::pair<std::string, std::string>>{
+             {"$HOME/b\r", "HOME/b\r/"}, {"$HOME/b \\", "HOME/b /"}, {"$BLANK", "./ \t/"}}) {
+        if (on_windows)
+            continue;
+        add_database("<a> " + path);
         write_file(file, "DATABASE x\n");
         EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "<a>"), 1);
         EXPECT_EQ(read_file(file),
-                  at_home("DATABASE     <a>                HOME/b") + path[1] + "/\nDATABASE x\n");
+                  at_home("DATABASE     <a>                " + written + "\nDATABASE x\n"));
         vorn_vek_db_remove("<a>");
     }
     write_file(file, "DATABASE x");

@@ -227,20 +227,29 @@ TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
     std::filesystem::remove(std::string(vorn_vek_tmp_file_path()) + "new_cfg_file");
 }
 
-// What can't be written can still be read, and the user has asked for it.
+// What can't be written can still be read, and the user has asked for it.  Of what
+// can't be read there is no backup, and no word about one.
 TEST_F(Processes, BackUpAFileThatCannotBeWritten)
 {
     start_session();
-    std::filesystem::permissions(file, std::filesystem::perms(0444));
     std::filesystem::permissions(home, std::filesystem::perms(0777));
-    EXPECT_EQ(in_child([] {
-                  host::printed();
-                  if (geteuid() == 0 && seteuid(65534) != 0) // root may write to all files
-                      return std::string("still root");
-                  std::string result = std::to_string(vorn_sav_cfg());
-                  return result + host::printed().back();
-              }),
-              "0WARNING: It will not be updated during the session.");
+    const std::string unwritable = "> WARNING: Private cfg file " + home + "/" + file +
+                                   " is unwritable.\n> WARNING: It will not be updated during "
+                                   "the session.\n";
+    for (unsigned mode : {0222u, 0u, 0444u}) {
+        std::filesystem::permissions(file, std::filesystem::perms(mode));
+        std::string answer = in_child([] {
+            host::printed();
+            if (geteuid() == 0 && seteuid(65534) != 0) // root may write to all files
+                return std::string("still root");
+            int result = vorn_sav_cfg();
+            return std::to_string(result) + said();
+        });
+        std::string lines = mode == 0222 ? "> ERROR: Could not open file 'file://" + home + "/" +
+                                               file + "' : Permission denied\n"
+                                         : unwritable;
+        EXPECT_TRUE(mode == 0444 ? answer.ends_with(lines) : answer == "0" + lines) << answer;
+    }
     EXPECT_EQ(read_file(file) + read_file(backup), private_cfg + private_cfg);
 }
 

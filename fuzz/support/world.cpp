@@ -134,7 +134,7 @@ static int next_descriptor()
 static void make_world()
 {
     const char *parent = getenv("TMPDIR");
-    home = std::string(parent != nullptr ? parent : "/tmp") + "/fuzz-XXXXXX";
+    home = fs::canonical(parent != nullptr ? parent : "/tmp") / "fuzz-XXXXXX"; // as it is compared
     if (mkdtemp(home.data()) == nullptr)
         abort();
     atexit(remove_home);

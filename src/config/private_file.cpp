@@ -280,10 +280,6 @@ static bool refuse_backup(const char *backup, int error)
 // text, such as a killed process leaves, is not put in the place of an older backup.
 static bool back_up(const char *path, const char *backup, backup_wish wish)
 {
-    if (wish == BACKUP_NONE)
-        return false;
-    if (vek_file_exists(path) == 0)
-        return refuse_backup(backup, errno);
     if (length_of_text(path) == 0)
         return false;
     constexpr int not_begun = -1;
@@ -315,12 +311,16 @@ static int update(const char *path, const char *tag, const char *name_given, bac
     intptr_t hold = platform_hold_file(path, &is_new);
     if (hold < 0) {
         // What can't be written can still be read.
-        if (wish == BACKUP_TOLD && errno != ENXIO && errno != ENOENT)
+        if (wish == BACKUP_TOLD && errno != ENXIO && vek_file_exists(path) != 0)
             back_up(path, backup, wish);
         return warn_of_unwritable_file(path);
     }
-    bool has_backup = !is_new && back_up(path, backup, wish);
+    bool wants_backup = wish != BACKUP_NONE && !is_new;
+    int reason = wants_backup && vek_file_exists(path) == 0 ? errno : 0;
+    bool has_backup = wants_backup && reason == 0 && back_up(path, backup, wish);
     int result = write_held(path, has_backup ? backup : nullptr, tag, name);
+    if (result != 0 && reason != 0) // else it is told that the file can't be read
+        refuse_backup(backup, reason);
     if (result == 0 && is_new)
         platform_let_go_and_remove(hold, path);
     else

@@ -42,7 +42,12 @@ bool write_default(FILE *out, const char *end)
     return true;
 }
 
-// White space at the end of a path would be taken for none of it.
+// White space at either end of a path would be taken for none of it.
+static const char *guard_before(const char *path)
+{
+    return *path != '\0' && strchr(" \t\r\v\f", *path) != nullptr ? "./" : "";
+}
+
 static const char *guard_behind(const char *path)
 {
     size_t length = strlen(path);
@@ -55,8 +60,10 @@ void write_database(FILE *out, const char *name, const char *end)
     text_copy(alias, name);
     const vek_db_rec *db = db_find(name); // whose name may have the form of an alias
     const char *path = db != nullptr ? db->path : vorn_vek_alias2path(alias);
+    if (strchr(path, '\n') != nullptr)
+        return; // the statement would be two
     fprintf(out, "%-13s%-18s", "DATABASE", name);
-    fprintf(out, " %s%s%s", path, guard_behind(path), end);
+    fprintf(out, " %s%s%s%s", guard_before(path), path, guard_behind(path), end);
 }
 
 // The names that do not fit stay out, and so do those behind them.

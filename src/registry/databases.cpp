@@ -89,6 +89,8 @@ int vorn_vek_db_exists(const char *path)
     if (!platform_current_dir(home, sizeof home))
         return 0;
     intptr_t hold = platform_hold_current_dir();
+    if (hold < 0 && !platform_change_dir(home))
+        return 0; // there would be no way back
     bool is_there = platform_change_dir(text_or_empty(path)) && platform_change_dir(home);
     platform_return_to(hold);
     return is_there ? 1 : 0;
