@@ -9,11 +9,9 @@
 
 // The current directory; false, also when it has no room in `width` bytes.
 bool platform_current_dir(char *to, size_t width);
-bool platform_change_dir(const char *path);
-// A hold on the current directory, which leads back to it also when its path does
-// not; -1 if there is none.  Returning ends the hold.
-intptr_t platform_hold_current_dir();
-void platform_return_to(intptr_t hold);
+// Whether a process can make the directory its current one.  Where one call tells,
+// this is not tried.
+bool platform_can_enter(const char *path);
 bool platform_make_dir(const char *path); // one level
 
 // Open for reading, with fopen's mode "r" or "rb".  A directory does not open,

@@ -15,14 +15,16 @@ bool platform_current_dir(char *to, size_t width)
     return getcwd(to, width) != nullptr;
 }
 
-bool platform_change_dir(const char *path)
+// The last "." can be looked up only in a directory, and only by those who may
+// enter it.
+bool platform_can_enter(const char *path)
 {
-    return chdir(path) == 0;
+    char itself[PATH_MAX];
+    struct stat status;
+    int length = snprintf(itself, sizeof itself, "%s/.", path);
+    return *path != '\0' && length > 0 && static_cast<size_t>(length) < sizeof itself &&
+           stat(itself, &status) == 0;
 }
-
-#ifndef O_PATH
-#define O_PATH O_RDONLY
-#endif
 
 // A host's signal may interrupt the opening of what is not on a disk of this
 // computer.
@@ -33,20 +35,6 @@ static int open_patiently(const char *path, int flags, mode_t mode = 0)
         file = open(path, flags | O_CLOEXEC, mode);
     while (file < 0 && errno == EINTR);
     return file;
-}
-
-intptr_t platform_hold_current_dir()
-{
-    return open_patiently(".", O_PATH | O_DIRECTORY);
-}
-
-void platform_return_to(intptr_t hold)
-{
-    int dir = static_cast<int>(hold);
-    if (dir < 0)
-        return;
-    [[maybe_unused]] int result = fchdir(dir); // there is no other way
-    close(dir);
 }
 
 bool platform_make_dir(const char *path)

@@ -15,19 +15,10 @@ bool platform_current_dir(char *to, size_t width)
     return width <= INT_MAX && _getcwd(to, static_cast<int>(width)) != nullptr;
 }
 
-bool platform_change_dir(const char *path)
+bool platform_can_enter(const char *path)
 {
-    return _chdir(path) == 0;
-}
-
-// The way back by the path is the only one.
-intptr_t platform_hold_current_dir()
-{
-    return -1;
-}
-
-void platform_return_to(intptr_t)
-{
+    char here[260];
+    return platform_current_dir(here, sizeof here) && _chdir(path) == 0 && _chdir(here) == 0;
 }
 
 bool platform_make_dir(const char *path)

@@ -81,19 +81,15 @@ int vorn_vek_db_iswritable(const char *name)
     return db == nullptr ? 0 : db->writable;
 }
 
-// The current directory may be out of reach by its path, for those who were put
-// there by somebody who may do more.
-int vorn_vek_db_exists(const char *path)
+bool can_come_back()
 {
     char home[260];
-    if (!platform_current_dir(home, sizeof home))
-        return 0;
-    intptr_t hold = platform_hold_current_dir();
-    if (hold < 0 && !platform_change_dir(home))
-        return 0; // there would be no way back
-    bool is_there = platform_change_dir(text_or_empty(path)) && platform_change_dir(home);
-    platform_return_to(hold);
-    return is_there ? 1 : 0;
+    return platform_current_dir(home, sizeof home) && platform_can_enter(home);
+}
+
+int vorn_vek_db_exists(const char *path)
+{
+    return can_come_back() && platform_can_enter(text_or_empty(path)) ? 1 : 0;
 }
 
 int vek_dir_is_writable(const char *path)

@@ -28,6 +28,11 @@ void vek_testrig_add(const char *file_class, const char *value, int cfg_index);
 // level out of range.
 bool level_is_valid(int level, const char *caller);
 
+// registry/databases.cpp.  Whether the current directory can be entered by its
+// path, which has to be short.  Where it can't, no directory counts as there:
+// hosts rely on that.
+bool can_come_back();
+
 // registry/databases.cpp.  Take the database at a level out of the list and
 // release its record.
 void db_take_out(int level);

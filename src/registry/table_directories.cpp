@@ -19,14 +19,17 @@ static void warn_of_missing_directory(const vek_db_rec *db, const vek_tbl_rec *t
            cfg_file_of(table->cfg_index));
 }
 
-// Make the directories of the tables whose index is not above the last.
+// Make the directories of the tables whose index is not above the last.  The
+// current directory stays the same meanwhile, so it is looked at once.
 // Result: 1 if one could not be made.
 static int make_directories(const vek_db_rec *db, int last_cfg_index)
 {
     int result = 0;
+    bool may_be_there = db->tbl_count > 0 && can_come_back();
     for (int i = 0; i < db->tbl_count; ++i) {
         const vek_tbl_rec *table = db->tbls[i];
-        if (table->cfg_index > last_cfg_index || vorn_vek_db_exists(table->full_path) != 0 ||
+        if (table->cfg_index > last_cfg_index ||
+            (may_be_there && platform_can_enter(table->full_path)) ||
             platform_make_dir(table->full_path))
             continue;
         warn_of_missing_directory(db, table);
