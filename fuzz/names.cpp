@@ -35,7 +35,7 @@ void prepare()
         put_file(name, name);
 }
 
-enum change { STAYS, IS_TURNED, IS_OVERWRITTEN };
+enum change { STAYS, IS_TURNED, IS_TURNED_BACK, IS_OVERWRITTEN };
 
 struct text_operation {
     const char *(*call)(char *text);
@@ -56,7 +56,7 @@ static const text_operation operations[] = {
     {changing<vek_eval_str>, IS_OVERWRITTEN, VEK_PATH_SIZE},
     {changing<vek_rm_extra_separators>, IS_OVERWRITTEN, VEK_PATH_SIZE},
     {changing<vorn_vek_nt2unix_path>, IS_TURNED, VEK_PATH_SIZE},
-    {changing<vorn_vek_unix2nt_path>, IS_OVERWRITTEN, VEK_PATH_SIZE},
+    {changing<vorn_vek_unix2nt_path>, IS_TURNED_BACK, VEK_PATH_SIZE},
     {keeping<vorn_vek_class2ext>, STAYS, VEK_EXT_SIZE},
     {keeping<vorn_vek_class2tbl>, STAYS, VEK_TBL_DIR_SIZE},
     {keeping<vorn_vek_ext2class>, STAYS, VEK_CLASS_SIZE},
@@ -92,6 +92,8 @@ static void check(const text_operation &operation, std::string_view input)
         text.expect_unchanged();
     if (operation.what_happens == IS_TURNED)
         text.expect_turned();
+    if (operation.what_happens == IS_TURNED_BACK)
+        text.expect_turned('/', '\\');
     if (operation.width > 0 && !text.holds(result))
         checked(result, operation.width);
     EXPECT(checked(text, std::max<size_t>(input.size() + 1, VEK_PATH_SIZE)).size() <=

@@ -565,7 +565,8 @@ VEK_API char *vorn_vek_search_file(const char *file_class, char *name, int level
    print; a path too long for an alias is named itself.  Result: 0 done, 1
    failed.  A failure is reported, with the system's text where the system
    refused.  "\" is turned in `char *` paths when they are named in a message.
-   The variants _silent print no success lines.  Pipes are not written to.  */
+   The variants _silent print no success lines.  Pipes are not written to, and
+   devices that give bytes without end are not read.  */
 
 /* Copy a file; an existing target is emptied first.  Two paths that are equal
    without regard to case, or that name one file, are refused, and so is a

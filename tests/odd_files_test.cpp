@@ -128,6 +128,12 @@ TEST_F(OddFiles, AreNoConfigurationFilesThatBreakAReader)
         EXPECT_STREQ(vorn_vek_get_def_testrig(name), "a");
     EXPECT_STREQ(vorn_vek_get_def_testrig("invalid"), "\xC3\x28\xFF\xFE\x80");
     EXPECT_STREQ(getenv("I"), "\xF0\x80");
+    EXPECT_EQ(vorn_vek_copy_file2file(Text("/dev/zero"), Text("copy")), 1);
+    EXPECT_EQ(vorn_vek_append_file2file("/dev/zero", "copy"), 1);
+    set("KLV_VORN_PRIVATE_CFG", "/dev/zero");
+    set_product("vorn");
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
+    EXPECT_EQ(vorn_sav_cfg(), 0);
 }
 
 // Whoever may write to the directory for temporary files, or to a database, may

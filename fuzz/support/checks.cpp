@@ -17,12 +17,12 @@ void Given::expect_unchanged() const
     EXPECT(before == bytes.get());
 }
 
-void Given::expect_turned() const
+void Given::expect_turned(char from, char to) const
 {
     std::string now = bytes.get();
     EXPECT(now.size() == before.size());
     for (size_t i = 0; i < now.size(); ++i)
-        EXPECT(now[i] == before[i] || (before[i] == '\\' && now[i] == '/'));
+        EXPECT(now[i] == before[i] || (before[i] == from && now[i] == to));
 }
 
 std::string_view checked(const char *result, size_t width)

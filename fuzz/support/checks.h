@@ -18,7 +18,7 @@ class Given {
         return bytes.get();
     }
     void expect_unchanged() const;
-    void expect_turned() const; // unchanged but for "\", which may be "/" now
+    void expect_turned(char from = '\\', char to = '/') const; // or unchanged
     bool holds(const char *result) const
     {
         return result == bytes.get();

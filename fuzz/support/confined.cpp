@@ -90,7 +90,6 @@ int __real_unlink(const char *path);
 int __real_remove(const char *path);
 int __real_rename(const char *from, const char *to);
 int __real_renameat2(int from_dir, const char *from, int to_dir, const char *to, unsigned flags);
-int __real_chdir(const char *path);
 char *__real_mkdtemp(char *path);
 
 int __wrap_open(const char *path, int flags, ...)
@@ -122,10 +121,6 @@ int __wrap_renameat2(int from_dir, const char *from, int to_dir, const char *to,
     if (is_outside(from) || is_outside(to))
         return -1;
     return __real_renameat2(from_dir, from, to_dir, to, flags);
-}
-int __wrap_chdir(const char *path)
-{
-    return is_outside(path) ? -1 : __real_chdir(path);
 }
 char *__wrap_mkdtemp(char *path)
 {

@@ -4,7 +4,7 @@
 #pragma once
 
 // While this is set, blocks are counted, and nothing outside of the fuzzer's
-// directory is opened, made, renamed, removed or entered.
+// directory is opened, made, renamed or removed.
 extern bool confined;
 
 void confined_release_all(); // the blocks made since the last time

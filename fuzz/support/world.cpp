@@ -108,12 +108,15 @@ std::string get_file(const std::string &name)
 }
 
 static std::set<fs::path> prepared_files;
+static std::string temporary_dir; // the library's
 
 static void remove_other_files()
 {
     for (const fs::directory_entry &entry : fs::directory_iterator(home))
         if (!prepared_files.contains(entry.path()))
             fs::remove_all(entry);
+    for (const fs::directory_entry &entry : fs::directory_iterator(temporary_dir))
+        fs::remove_all(entry);
 }
 
 static void remove_home()
@@ -142,7 +145,7 @@ static void make_world()
     for (const char *name : {"HOME", "KLV_VORN", "TMPDIR"})
         set(name, home.c_str());
     set("KLV_PRODUCT_NAME", "vorn");
-    vorn_vek_tmp_file_path(); // is made once a process
+    temporary_dir = vorn_vek_tmp_file_path(); // is made once a process
     loaded = take_values();
     the_host = {};
     prepare();

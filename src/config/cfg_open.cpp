@@ -10,11 +10,6 @@
 FILE *cfg_open(const char *path, const char *caller)
 {
     FILE *file = platform_open_to_read(path, "r");
-    if (file != nullptr && platform_never_ends(file)) {
-        fclose(file);
-        file = nullptr;
-        errno = EINVAL;
-    }
     if (file == nullptr)
         report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,
                strerror(errno));

@@ -184,7 +184,7 @@ int vek_cfg_read(const char *path, int cfg_index)
         ++reading.line;
         take_line(&reading, file);
     }
-    if (!cfg_close(file, path, caller))
+    if (!cfg_close(file, path, caller) && reading.error == 0)
         reading.error = 1;
     if (reading.error != 0)
         report(REPORT_ERROR, caller, "Erroneous statement(s) ignored in file : '%s'.", path);

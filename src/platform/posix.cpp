@@ -59,6 +59,16 @@ static int open_file(const char *path, bool *is_plain)
     return -1;
 }
 
+// Whether a device gives bytes as long as it is read.  A terminal is read as far
+// as somebody types.
+static bool never_ends(FILE *file)
+{
+    struct stat status;
+    char first;
+    return fstat(fileno(file), &status) == 0 && S_ISCHR(status.st_mode) &&
+           isatty(fileno(file)) == 0 && platform_read(file, &first, 1) == 1;
+}
+
 FILE *platform_open_to_read(const char *path, const char *mode)
 {
     bool is_plain = false;
@@ -70,18 +80,11 @@ FILE *platform_open_to_read(const char *path, const char *mode)
     FILE *stream = fdopen(file, mode);
     if (stream == nullptr)
         close(file);
-    return stream;
-}
-
-// A terminal is read as far as somebody types.
-bool platform_never_ends(FILE *file)
-{
-    struct stat status;
-    if (fstat(fileno(file), &status) != 0 || !S_ISCHR(status.st_mode) || isatty(fileno(file)) != 0)
-        return false;
-    int character = getc(file);
-    ungetc(character, file);
-    return character != EOF;
+    if (stream == nullptr || is_plain || !never_ends(stream))
+        return stream;
+    fclose(stream);
+    errno = EINVAL;
+    return nullptr;
 }
 
 bool platform_opens_for_reading(const char *path)

@@ -44,11 +44,6 @@ FILE *platform_open_to_read(const char *path, const char *mode)
     return open_stream(path, _O_RDONLY, mode);
 }
 
-bool platform_never_ends(FILE *)
-{
-    return false; // no device of this family does
-}
-
 bool platform_opens_for_reading(const char *path)
 {
     int file = _open(path, _O_RDONLY | _O_NOINHERIT);

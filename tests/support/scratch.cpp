@@ -18,10 +18,8 @@ Scratch::Scratch()
     home = make_scratch_dir();
     fs::current_path(home);
     set("HOME", home);
-    if (on_windows) { // where all processes would share one directory
-        make_dir(home + "-tmp");
-        set("TMP", home + "-tmp");
-    }
+    make_dir(home + "-tmp"); // goes with what killed processes leave in it
+    set(on_windows ? "TMP" : "TMPDIR", home + "-tmp");
 }
 
 Scratch::~Scratch()
