@@ -15,7 +15,8 @@ bool platform_can_enter(const char *path);
 bool platform_make_dir(const char *path); // one level
 
 // Open for reading, with fopen's mode "r" or "rb".  A directory does not open, nor
-// does a device that gives bytes without end, and a pipe that nobody writes to does not keep the caller waiting.
+// does a device that gives bytes without end, and a pipe that nobody writes to does not keep the
+// caller waiting.
 FILE *platform_open_to_read(const char *path, const char *mode);
 // Whether a path would open: one open, one look at what was opened.
 bool platform_opens_for_reading(const char *path);
