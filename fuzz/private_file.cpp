@@ -97,12 +97,12 @@ static void look()
 }
 
 // The statements of the saved file but for property files: the name of one
-// without a directory does not lead back to it.
+// without a directory does not lead back to it.  Longer ones are refused.
 static std::string saved_text()
 {
     std::string all;
     for (const std::string &line : split(get_file(file), "\n"))
-        if (!line.starts_with("PROPFILE ") && !line.starts_with("!"))
+        if (!line.starts_with("PROPFILE ") && !line.starts_with("!") && line.size() <= 266)
             all += line + "\n";
     return all;
 }

@@ -232,7 +232,8 @@ VEK_API int vorn_wrt_cfg(const char *tag, const char *name);
    tables, property files and test rigs, with KLV_VEK_SEARCH at "yes" the order
    of all databases, and the ENVIRONMENT lines of the old file with their
    present values, or as they were where vorn_wrt_cfg leaves them.  All else
-   goes, and so does a default whose class or value has a line end.
+   goes, and so does a default whose class or value has a line end.  The next
+   session refuses a statement that became longer than 266 characters.
    KLV_UPDATE_CFG is not looked at.
    Result: 1 written; 0 not, or an answer that the alert does not offer;
    -1 cancelled.  With a backup prints its two lines and one more.  */
