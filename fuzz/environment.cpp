@@ -20,7 +20,7 @@ void run(std::string_view input)
         begin_process();
         put_file("vorn.cfg", input);
         result = vorn_vek_cfg_env_read(name);
-        EXPECT(-1 <= result && result <= 2);
+        EXPECT(-1 <= result && result <= 1);
         expect_sound_registries();
     }
     EXPECT(get_file("a.cfg") == input);

@@ -15,13 +15,13 @@ bool platform_can_enter(const char *path);
 bool platform_make_dir(const char *path); // one level
 
 // Open for reading, with fopen's mode "r" or "rb".  A directory does not open, nor
-// does a device that gives bytes without end, and a pipe that nobody writes to does not keep the
-// caller waiting.
+// does a device that gives bytes without end, and a pipe that nobody writes to does
+// not keep the caller waiting.
 FILE *platform_open_to_read(const char *path, const char *mode);
 // Whether a path would open: one open, one look at what was opened.
 bool platform_opens_for_reading(const char *path);
-// Create a file, or open the one that is there, and close it again, without waiting
-// for anybody.  A link gives way to the file.
+// Create or empty a file and close it again, without waiting for anybody.  On
+// POSIX a symbolic link gives way to the file.
 bool platform_create_file(const char *path);
 // Open for writing or appending, with fopen's mode.  A pipe does not open: it
 // could keep the caller waiting, or end the process when its reader leaves.  A

@@ -101,7 +101,7 @@ bool platform_opens_for_reading(const char *path)
 // anybody could have made it.
 bool platform_create_file(const char *path)
 {
-    constexpr int flags = O_WRONLY | O_CREAT | O_NONBLOCK | O_NOFOLLOW;
+    constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOFOLLOW;
     int file = open_patiently(path, flags, 0666);
     if (file < 0 && errno == ELOOP && unlink(path) == 0)
         file = open_patiently(path, flags, 0666);
