@@ -43,7 +43,7 @@ install_packages() {
 build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp)
 fortran_packages=(gfortran:gfortran)
 test_packages=("${build_packages[@]}" "${fortran_packages[@]}" libgtest-dev:gtest/gtest.h
-    binutils:nm pkgconf:pkg-config valgrind:valgrind)
+    libbenchmark-dev:benchmark/benchmark.h binutils:nm pkgconf:pkg-config valgrind:valgrind)
 # shellcheck disable=SC2034
 windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mingw32-g++-posix
     gfortran-mingw-w64-x86-64-posix:x86_64-w64-mingw32-gfortran-posix wine:wine)
@@ -56,3 +56,9 @@ docs_packages=(doxygen:doxygen)
 lint_packages=("${test_packages[@]}" clang-format:clang-format clang-tidy:clang-tidy)
 # shellcheck disable=SC2034
 coverage_packages=("${test_packages[@]}" gcovr:gcovr)
+# shellcheck disable=SC2034
+bench_packages=("${build_packages[@]}" libbenchmark-dev:benchmark/benchmark.h python3:/usr/bin/python3)
+# shellcheck disable=SC2034
+bench_peers=(strace:strace python3-matplotlib:/usr/lib/python3/dist-packages/matplotlib
+    pkgconf:pkg-config libphysfs-dev:/usr/include/physfs.h
+    libkpathsea-dev:kpathsea/kpathsea.h "qtbase5-dev:/usr/include/*/qt5/QtCore/QDir")

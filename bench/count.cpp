@@ -1,0 +1,47 @@
+// What is done in memory, for callgrind to count: one run over all samples of
+// each operation, whose counts are dumped under its name.  The tree is reached
+// by a path that is the same everywhere, since paths are compared.
+
+#include "tree.h"
+
+#include "vek.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <valgrind/callgrind.h>
+
+using operation = void (*)(const sample &one);
+
+static char *text(const std::string &from)
+{
+    return const_cast<char *>(from.c_str());
+}
+
+static const struct {
+    const char *name;
+    operation run;
+} operations[] = {
+    {"name to path", [](const sample &one) { vorn_vek_input2full(text(one.alias)); }},
+    {"path to alias", [](const sample &one) { vorn_vek_path2alias(text(one.path)); }},
+    {"class to extension", [](const sample &one) { vorn_vek_class2ext(text(one.file_class)); }},
+    {"extension to path", [](const sample &one) { vorn_vek_ext2path(text(one.ext), one.level); }},
+    {"name to level", [](const sample &one) { vorn_vek_db2level(text(one.database)); }},
+};
+
+int main()
+{
+    std::filesystem::remove_all("tree");
+    std::filesystem::create_directory("tree");
+    const tree made = make_tree("tree", 20, 200);
+    if (!start_session())
+        return 1;
+    for (auto [name, run] : operations) {
+        for (const sample &one : made.samples) // functions are bound at their first call
+            run(one);
+        CALLGRIND_ZERO_STATS;
+        for (const sample &one : made.samples)
+            run(one);
+        CALLGRIND_DUMP_STATS_AT(name);
+    }
+    return 0;
+}

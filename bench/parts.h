@@ -1,0 +1,18 @@
+// The parts of the benchmark.  Each adds its measures, named "measure/who":
+// "vek" is the library, and any other is what it is held against: the system
+// calls that its operations are told to make ("floor"), the fewest calls that
+// lead to the same results ("least"), or another library.
+
+#pragma once
+
+#include "tree.h"
+
+void add_start(const tree &made);   // in child processes: a session starts once
+void add_session(const tree &made); // starts a session
+void add_copies(const tree &made);
+void run_calls_once(const tree &made, bool is_cold); // between marks, for strace
+
+// What a user would take instead, where it is installed.
+void add_physfs(const tree &made);
+void add_kpathsea(const tree &made);
+void add_qt(const tree &made);

@@ -1,0 +1,36 @@
+// A tree of databases, in the shape that is measured.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+// A file in one table of one database, in all the texts that the measures need.
+struct sample {
+    std::string file_class, ext, database;
+    std::string alias, path;                 // of a file that is there
+    std::string missing_alias, missing_path; // of one that is not
+    std::vector<std::string> candidates;     // the missing file's, level by level
+    std::string statement;                   // a TABLE statement of its class
+    std::string mounted, directories;        // for peers: "database/table/file"; "first:second"
+    int level;
+};
+
+struct tree {
+    int databases, tables;
+    std::string home;
+    std::vector<std::string> names;         // of the databases
+    std::vector<std::string> database_dirs; // one a level
+    std::vector<std::string> table_dirs;    // of all databases
+    std::vector<sample> samples;            // spread over databases and tables
+};
+
+// Make the tree in a directory that exists, and point the environment at it.
+tree make_tree(const std::string &home, int databases, int tables);
+void remove_tree(const tree &made);
+
+void remove_table_dirs(const tree &made);
+
+// Whether the host's entry starts a session in the tree without an error.  Its
+// lines are not shown.
+bool start_session();
