@@ -57,6 +57,10 @@ vek_db_rec *db_at(int level);
 // The database of a name, or null.
 vek_db_rec *db_find(const char *name);
 
+// registry/table_find.cpp.  The first table of a database with that alias,
+// "<database>/dir"; null if there is none.
+const vek_tbl_rec *table_of_alias(const vek_db_rec *db, const char *alias);
+
 // config/session.cpp.  Records with this configuration index are the user's.
 extern int vek_private_cfg_index;
 

@@ -124,6 +124,17 @@ TEST_F(Registry, TablesAreFoundByClassAndExtension)
     check(vek_ext2alias, "Spr;1=<two>/springs.tbl none= =<two> *=<two> ;3=<two> *;3=<two>", 2);
     check(vorn_vek_ext2path, "dpr;1=2/dampers.tbl .dpr=", 2);
     check(vorn_vek_get_tbl_path, "Damper=1/dampers.tbl none=", 1);
+    // Texts of one length and end.
+    for (const char *operands :
+         {"front_absorber front_absorber 1_extension", "rears_absorber rears_absorber 2_extension"})
+        add_table(operands);
+    add_database("a_long_database a");
+    add_database("b_long_database b");
+    check(vorn_vek_class2ext, "Rears_Absorber=2_extension other_absorber=");
+    check(vorn_vek_ext2class, "2_EXTENSION=rears_absorber 3_extension=");
+    check(vorn_vek_alias2path,
+          "<B_long_database>/rears_absorber=b/rears_absorber "
+          "<b_long_database>/other_absorber=b c_long_database=c_long_database");
     EXPECT_EQ(host::printed(), Lines{});
 }
 

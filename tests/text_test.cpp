@@ -2,6 +2,7 @@
 
 #include "support/failing_malloc.h"
 #include "support/scratch.h"
+#include "text/text.h"
 
 class Message : public Scratch {};
 class TextOperation : public Scratch {};
@@ -44,6 +45,14 @@ TEST_F(TextOperation, ComparesFindsAndRaises)
     check(last, "aa/b/c=4 /=0 none=none =none", "/");
     check(last, "aaa=1 Aa=none a=none", "aa");
     check(last, "abc=3 =0", "");
+    // What is compared as equal has one key.
+    for (int i = 0; i < 256 * 256; ++i) {
+        const char first[] = {'x', static_cast<char>(i >> 8), '\0'};
+        const char second[] = {'X', static_cast<char>(i & 255), '\0'};
+        const bool are_equal = toupper(i >> 8) == toupper(i & 255);
+        ASSERT_EQ(vek_strcasecmp(first, second) == 0, are_equal) << i;
+        ASSERT_TRUE(!are_equal || text_key(first) == text_key(second)) << i;
+    }
     Text upper("");
     vek_str_copy_to_upper_case("azAZ\xe4_09`{", upper);
     vek_str_copy_to_upper_case("nowhere", nullptr);

@@ -66,14 +66,6 @@ static void resolve_shared(char (&database)[VEK_PATH_SIZE], char (&standard)[VEK
     text_join(standard, {"<", vek_product_name(), "_shared", rest});
 }
 
-static const char *directory_of(const vek_db_rec *db, const char *alias)
-{
-    for (int i = 0; i < db->tbl_count; ++i)
-        if (vek_strcasecmp(db->tbls[i]->alias, alias) == 0)
-            return db->tbls[i]->full_path;
-    return db->path;
-}
-
 const char *vorn_vek_alias2path(char *text)
 {
     text = text_or_empty(text);
@@ -90,7 +82,10 @@ const char *vorn_vek_alias2path(char *text)
     }
     resolve_shared(database, standard);
     const vek_db_rec *db = db_find(database);
-    return db == nullptr ? text : directory_of(db, standard);
+    if (db == nullptr)
+        return text;
+    const vek_tbl_rec *table = table_of_alias(db, standard);
+    return table == nullptr ? db->path : table->full_path;
 }
 
 static const vek_tbl_rec *find_table_of_directory(const char *directory)

@@ -16,13 +16,6 @@ int vek_list_capacity;
 // to set; this is not.
 static int filled_slots;
 
-// A record as it is made, with the one that stood in its slot, hidden by a lower
-// count; null if none did.
-struct stored_db {
-    vek_db_rec record;
-    vek_db_rec *replaced;
-};
-
 int db_count()
 {
     if (number_of_veks < 0)
@@ -47,8 +40,12 @@ int vorn_vek_get_number_of_veks()
 
 int vorn_vek_db2level(const char *name)
 {
-    for (int level = 1; level <= db_count(); ++level)
-        if (vek_strcasecmp(db_at(level)->name, name) == 0)
+    name = text_or_empty(name);
+    const wchar_t key = text_key(name);
+    const int count = db_count();
+    for (int level = 1; level <= count; ++level)
+        if (stored(vek_list[level - 1])->name_key == key &&
+            vek_strcasecmp(vek_list[level - 1]->name, name) == 0)
             return level;
     return -1;
 }
@@ -131,6 +128,7 @@ static void release(vek_db_rec *db)
     while (db->tbl_count > 0)
         table_take_back(db);
     free(db->tbls);
+    keys_release(db);
     free(db);
 }
 
@@ -148,7 +146,8 @@ static void release_but_tables(vek_db_rec *db)
 {
     static removed_tables *last;
     vek_tbl_rec **tbls = db->tbls;
-    vek_db_rec *replaced = reinterpret_cast<stored_db *>(db)->replaced;
+    vek_db_rec *replaced = stored(db)->replaced;
+    keys_release(db);
     if (tbls == nullptr && replaced == nullptr) {
         free(db);
         return;
@@ -175,15 +174,16 @@ static int store(const char *name, const char *path, int cfg_index)
 {
     if (number_of_veks < 0 || number_of_veks > filled_slots)
         return 1; // a count set by the host; no slot is known to be the next
-    stored_db *stored = nullptr;
+    stored_db *made = nullptr;
     if (make_room())
-        stored = static_cast<stored_db *>(calloc(1, sizeof *stored));
-    if (stored == nullptr) {
+        made = static_cast<stored_db *>(calloc(1, sizeof *made));
+    if (made == nullptr) {
         report_malloc_failure("vek_db_read");
         return 1;
     }
-    vek_db_rec *db = &stored->record;
+    vek_db_rec *db = &made->record;
     text_copy(db->name, name);
+    made->name_key = text_key(name);
     text_copy(db->path, path);
     db->writable = vek_dir_is_writable(path);
     db->cfg_index = cfg_index;
@@ -192,7 +192,7 @@ static int store(const char *name, const char *path, int cfg_index)
         return 1;
     }
     if (number_of_veks < filled_slots)
-        stored->replaced = vek_list[number_of_veks];
+        made->replaced = vek_list[number_of_veks];
     else
         ++filled_slots;
     vek_list[number_of_veks++] = db;

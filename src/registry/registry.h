@@ -41,6 +41,32 @@ void db_take_out(int level);
 // with a report, if it does not open.
 FILE *report_file_open(const char *path, const char *caller);
 
+// The texts by which a table is found.
+enum table_text { TABLE_CLASS, TABLE_EXT, TABLE_ALIAS, TABLE_TEXTS };
+
+// A database's record as it is made, with what the library keeps beside it.
+struct stored_db {
+    vek_db_rec record;
+    vek_db_rec *replaced; // that stood in its slot, hidden by a lower count; or null
+    wchar_t name_key;
+    wchar_t *keys[TABLE_TEXTS]; // of the tables' texts, in the order of the tables
+};
+inline stored_db *stored(const vek_db_rec *db)
+{
+    return reinterpret_cast<stored_db *>(const_cast<vek_db_rec *>(db));
+}
+
+// registry/table_find.cpp.  Make room for the keys of that many tables; false if
+// there is no memory.
+bool keys_make_room(vek_db_rec *db, int capacity);
+void keys_release(vek_db_rec *db);
+// Enter the keys of the table that is next.
+void keys_append(vek_db_rec *db, const vek_tbl_rec *table);
+// The first table of a database with that class or extension; null if there is
+// none, or no database.
+const vek_tbl_rec *table_of_class(const vek_db_rec *db, const char *file_class);
+const vek_tbl_rec *table_of_ext(const vek_db_rec *db, const char *ext);
+
 // registry/tables.cpp.  Append a table to one database; false, with
 // "malloc_failure" reported, if there is no memory, and without a report if a
 // text is too long for its field.

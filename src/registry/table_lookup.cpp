@@ -13,36 +13,21 @@ static bool cut_version(const char *ext, char (&cut)[VEK_EXT_SIZE])
     return text_copy(cut, text_span{ext, strcspn(ext, ";")});
 }
 
-static const vek_tbl_rec *find_class(const vek_db_rec *db, const char *file_class)
-{
-    if (db == nullptr)
-        return nullptr;
-    for (int i = 0; i < db->tbl_count; ++i)
-        if (vek_strcasecmp(db->tbls[i]->class_, file_class) == 0)
-            return db->tbls[i];
-    return nullptr;
-}
-
 static const vek_tbl_rec *find_ext(const vek_db_rec *db, const char *ext)
 {
     char cut[VEK_EXT_SIZE];
-    if (db == nullptr || !cut_version(ext, cut))
-        return nullptr;
-    for (int i = 0; i < db->tbl_count; ++i)
-        if (vek_strcasecmp(db->tbls[i]->ext, cut) == 0)
-            return db->tbls[i];
-    return nullptr;
+    return cut_version(ext, cut) ? table_of_ext(db, cut) : nullptr;
 }
 
 const char *vorn_vek_class2ext(const char *file_class)
 {
-    const vek_tbl_rec *table = find_class(db_at(1), file_class);
+    const vek_tbl_rec *table = table_of_class(db_at(1), file_class);
     return table == nullptr ? vek_empty_text : table->ext;
 }
 
 const char *vorn_vek_class2tbl(const char *file_class)
 {
-    const vek_tbl_rec *table = find_class(db_at(1), file_class);
+    const vek_tbl_rec *table = table_of_class(db_at(1), file_class);
     return table == nullptr ? vek_empty_text : table->dir;
 }
 
@@ -85,7 +70,7 @@ const char *vorn_vek_get_tbl_path(const char *file_class, int level)
 {
     if (!level_is_valid(level, "vorn_vek_get_tbl_path"))
         return vek_empty_text;
-    const vek_tbl_rec *table = find_class(db_at(level), file_class);
+    const vek_tbl_rec *table = table_of_class(db_at(level), file_class);
     return table == nullptr ? vek_empty_text : table->full_path;
 }
 

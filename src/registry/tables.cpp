@@ -17,6 +17,8 @@ static bool make_room(vek_db_rec *db)
     if (grown == nullptr)
         return false;
     db->tbls = static_cast<vek_tbl_rec **>(grown);
+    if (!keys_make_room(db, capacity))
+        return false;
     db->tbl_capacity = capacity;
     return true;
 }
@@ -40,6 +42,7 @@ bool table_append(vek_db_rec *db, const char *file_class, const char *dir, const
         return false;
     }
     *record = table;
+    keys_append(db, record);
     db->tbls[db->tbl_count++] = record;
     return true;
 }
@@ -84,16 +87,6 @@ static bool is_too_long(text_span field, int size, const char *what)
     return true;
 }
 
-static bool is_known(const char *file_class, const char *ext)
-{
-    const vek_db_rec *db = db_at(1);
-    for (int i = 0; i < db->tbl_count; ++i)
-        if (vek_strcasecmp(db->tbls[i]->class_, file_class) == 0 ||
-            vek_strcasecmp(db->tbls[i]->ext, ext) == 0)
-            return true;
-    return false;
-}
-
 // Result: 0 in every database, 1 in none.
 static int add_to_all(const char *file_class, const char *dir, const char *ext, int cfg_index)
 {
@@ -129,7 +122,7 @@ int vek_tbl_read(const char *statement, int cfg_index)
     text_copy(file_class, fields.file_class);
     text_copy(dir, fields.dir);
     text_copy(ext, fields.ext);
-    if (is_known(file_class, ext))
+    if (table_of_class(db_at(1), file_class) != nullptr || table_of_ext(db_at(1), ext) != nullptr)
         return cfg_index == vek_private_cfg_index ? 2 : 0;
     return add_to_all(file_class, dir, ext, cfg_index);
 }

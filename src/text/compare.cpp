@@ -9,11 +9,27 @@ static int upper(char character)
     return toupper(static_cast<unsigned char>(character));
 }
 
+// ASCII letters have one upper case in every locale but for "i", which some pair
+// with a letter that is not ASCII.
+static unsigned folded(char character)
+{
+    unsigned lower = static_cast<unsigned char>(character) | 0x20U;
+    return lower >= 0x80 || lower == 'i' ? 0 : lower;
+}
+
+// Most that are compared are the same.
+bool text_same_letter(char first, char second)
+{
+    return first == second || (folded(first) == folded(second) && upper(first) == upper(second));
+}
+
 int vek_strcasecmp(const char *first, const char *second)
 {
     first = text_or_empty(first);
     second = text_or_empty(second);
-    while (*first != '\0' && upper(*first) == upper(*second)) {
+    if (strcmp(first, second) == 0)
+        return 0;
+    while (*first != '\0' && text_same_letter(*first, *second)) {
         ++first;
         ++second;
     }
@@ -25,9 +41,19 @@ int vek_strncasecmp(const char *first, const char *second, int count)
     first = text_or_empty(first);
     second = text_or_empty(second);
     for (; count > 0; --count, ++first, ++second)
-        if (*first == '\0' || upper(*first) != upper(*second))
+        if (*first == '\0' || !text_same_letter(*first, *second))
             return upper(*first) - upper(*second);
     return 0;
+}
+
+// Names that differ do so in their lengths or towards their ends.
+wchar_t text_key(const char *text)
+{
+    size_t length = strlen(text);
+    unsigned key = static_cast<unsigned>(length);
+    for (const char *place = text + (length > 8 ? length - 8 : 0); *place != '\0'; ++place)
+        key = key * 31 + folded(*place);
+    return static_cast<wchar_t>(key);
 }
 
 char *vek_strrstr(const char *text, const char *part)

@@ -36,8 +36,15 @@ struct text_span {
     size_t length;
 };
 
+// Whether two characters are one without regard to case.
+bool text_same_letter(char first, char second);
+
 // Whether the characters are this word, without regard to case.
 bool text_is(text_span text, const char *word);
+
+// A number by which a text is looked for among many.  Texts that are equal without
+// regard to case have the same, whatever the locale; others seldom have.
+wchar_t text_key(const char *text);
 
 // Each takes the next piece from *text and moves *text behind it.  A piece of
 // length 0 says that there is none.

@@ -1,0 +1,71 @@
+// Finding a table of one database by a text of its record.  Beside the records
+// stand the keys of their texts, in a row for each kind of text, so that the
+// records of other tables are not touched.
+
+#include "registry/registry.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cwchar>
+
+static const char *text_of(const vek_tbl_rec *table, int which)
+{
+    return which == TABLE_CLASS ? table->class_ : which == TABLE_EXT ? table->ext : table->alias;
+}
+
+bool keys_make_room(vek_db_rec *db, int capacity)
+{
+    for (wchar_t *&keys : stored(db)->keys) {
+        void *grown = realloc(keys, static_cast<size_t>(capacity) * sizeof *keys);
+        if (grown == nullptr)
+            return false;
+        keys = static_cast<wchar_t *>(grown);
+    }
+    return true;
+}
+
+void keys_release(vek_db_rec *db)
+{
+    for (wchar_t *keys : stored(db)->keys)
+        free(keys);
+}
+
+void keys_append(vek_db_rec *db, const vek_tbl_rec *table)
+{
+    for (int which = 0; which < TABLE_TEXTS; ++which)
+        stored(db)->keys[which][db->tbl_count] = text_key(text_of(table, which));
+}
+
+static const vek_tbl_rec *find(const vek_db_rec *db, int which, const char *text)
+{
+    if (db == nullptr || db->tbl_count == 0)
+        return nullptr;
+    text = text_or_empty(text);
+    const wchar_t key = text_key(text);
+    const wchar_t *keys = stored(db)->keys[which];
+    const wchar_t *end = keys + db->tbl_count;
+    for (const wchar_t *place = keys; place < end; ++place) {
+        place = wmemchr(place, key, static_cast<size_t>(end - place));
+        if (place == nullptr)
+            return nullptr;
+        const vek_tbl_rec *table = db->tbls[place - keys];
+        if (vek_strcasecmp(text_of(table, which), text) == 0)
+            return table;
+    }
+    return nullptr;
+}
+
+const vek_tbl_rec *table_of_class(const vek_db_rec *db, const char *file_class)
+{
+    return find(db, TABLE_CLASS, file_class);
+}
+
+const vek_tbl_rec *table_of_ext(const vek_db_rec *db, const char *ext)
+{
+    return find(db, TABLE_EXT, ext);
+}
+
+const vek_tbl_rec *table_of_alias(const vek_db_rec *db, const char *alias)
+{
+    return find(db, TABLE_ALIAS, alias);
+}
