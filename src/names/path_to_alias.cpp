@@ -8,23 +8,38 @@
 static char vek_alias_buf[VEK_PATH_SIZE];
 
 // What follows `start` in the path, null if the path does not begin with it.
-// This does not ask whether a separator stands there.
+// This does not ask whether a separator stands there.  Directories lie side by
+// side, so that their paths differ towards the end.
 static const char *rest_behind(const char *path, const char *start)
 {
+    if (!text_same_letter(*path, *start) && *start != '\0')
+        return nullptr;
     size_t length = strlen(start);
-    bool begins = vek_strncasecmp(path, start, static_cast<int>(length)) == 0;
-    return begins ? path + length : nullptr;
+    if (strnlen(path, length) < length)
+        return nullptr;
+    for (size_t i = length; i > 0; --i)
+        if (!text_same_letter(path[i - 1], start[i - 1]))
+            return nullptr;
+    return path + length;
 }
 
-// The table whose directory begins the path.  A path with "~" in it is
-// compared, and from then on used, in its long form where the short one
-// differs; the long form is asked for again at each table, as it may be had
-// by then.
-static const vek_tbl_rec *find_table(const vek_db_rec *db, char (&path)[VEK_PATH_SIZE])
+// The table whose directory begins the path.
+static const vek_tbl_rec *find_table(const vek_db_rec *db, const char *path)
 {
-    bool is_short = strchr(path, '~') != nullptr;
-    if (!is_short && rest_behind(path, db->path) == nullptr)
-        return nullptr; // each table's directory begins with its database's
+    const char *rest = rest_behind(path, db->path);
+    if (rest == nullptr || *rest != '/')
+        return nullptr;
+    for (int i = 0; i < db->tbl_count; ++i)
+        if (rest_behind(rest + 1, db->tbls[i]->dir) != nullptr)
+            return db->tbls[i];
+    return nullptr;
+}
+
+// The same for a path with "~" in it, which is compared, and from then on used,
+// in its long form where the short one differs; the long form is asked for again
+// at each table, as it may be had by then.
+static const vek_tbl_rec *find_table_of_short(const vek_db_rec *db, char (&path)[VEK_PATH_SIZE])
+{
     for (int i = 0; i < db->tbl_count; ++i) {
         const char *directory = db->tbls[i]->full_path;
         if (strchr(path, '~') != nullptr && rest_behind(path, directory) == nullptr)
@@ -76,7 +91,8 @@ const char *vorn_vek_path2alias(char *text)
     text_copy(path, vorn_vek_nt2unix_path(text));
     for (int level = 1; level <= db_count(); ++level) {
         const vek_db_rec *db = db_at(level);
-        const vek_tbl_rec *table = find_table(db, path);
+        bool is_short = strchr(path, '~') != nullptr;
+        const vek_tbl_rec *table = is_short ? find_table_of_short(db, path) : find_table(db, path);
         if (table != nullptr)
             return name_in_table(db, table, path);
         const char *rest = rest_behind(path, db->path);
