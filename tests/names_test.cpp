@@ -80,6 +80,12 @@ TEST_F(Names, BecomeOneAnother)
     EXPECT_STREQ(expanded, "u/private.vek/x.dpr");
     unset("KLV_VEK_EXPAND_PATH");
     EXPECT_STREQ(vorn_vek_expand2full(other), "u/private.vek/y");
+    const char *directory = vorn_vek_input2path(Text("a/b")),
+               *file = vorn_vek_input2file(Text("a/b"));
+    for (const Lines &left : rows("c/d=c=d e=e=e")) {
+        vorn_vek_input2full(Text(left[0]));
+        EXPECT_EQ(left, (Lines{left[0], directory, file}));
+    }
 }
 
 TEST_F(Names, AreSearchedFor)

@@ -119,9 +119,9 @@ const char *vorn_vek_input2full(char *text)
     char directory[VEK_PATH_SIZE];
     text_copy(name, vorn_vek_nt2unix_path(text));
     vek_rm_extra_separators(name);
-    text_copy(directory, vorn_vek_input2path(name));
+    const char *file = split_path(name, directory);
     const char *path = vorn_vek_alias2path(directory);
-    text_join(vek_full_buf, {path, *path == '\0' ? "" : "/", vorn_vek_input2file(name)});
+    text_join(vek_full_buf, {path, *path == '\0' ? "" : "/", file});
     return vek_full_buf;
 }
 

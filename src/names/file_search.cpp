@@ -16,14 +16,12 @@ const char *vek_existing_or_empty(const char *path)
 const char *vek_search_levels(const char *file_class, char *name, int skipped)
 {
     static char vek_candidate_buf[VEK_PATH_SIZE];
-    char base[VEK_PATH_SIZE];
-    text_copy(base, vorn_vek_input2base(name));
-    const char *ext = vorn_vek_class2ext(file_class);
-    if (skipped >= db_count())
+    char file[VEK_PATH_SIZE];
+    if (!text_join(file, {"/", vorn_vek_input2base(name), ".", vorn_vek_class2ext(file_class)}))
         return vek_empty_text;
-    for (int level = (skipped < 0 ? 0 : skipped) + 1; level <= db_count(); ++level) {
-        const char *directory = vorn_vek_get_tbl_path(file_class, level);
-        if (text_join(vek_candidate_buf, {directory, "/", base, ".", ext}) &&
+    for (int passed = skipped < 0 ? 0 : skipped; passed < db_count(); ++passed) {
+        const char *directory = vorn_vek_get_tbl_path(file_class, passed + 1);
+        if (text_join(vek_candidate_buf, {directory, file}) &&
             vek_file_exists(vek_candidate_buf) != 0)
             return vek_candidate_buf;
     }
@@ -32,14 +30,11 @@ const char *vek_search_levels(const char *file_class, char *name, int skipped)
 
 bool name_in_product_database(char (&second)[VEK_PATH_SIZE], const char *name)
 {
-    for (const char *start : {"klvds://", "<"}) {
-        const char *end = *start == '<' ? ">" : "";
-        char first[VEK_PATH_SIZE];
-        text_join(first, {start, "shared", end});
-        if (text_begins(name, first))
-            return text_join(second,
-                             {start, vek_product_name(), "_shared", end, name + strlen(first)});
-    }
+    const char *product = vek_product_name();
+    if (text_begins(name, "klvds://shared"))
+        return text_join(second, {"klvds://", product, "_shared", name + strlen("klvds://shared")});
+    if (text_begins(name, "<shared>"))
+        return text_join(second, {"<", product, "_shared>", name + strlen("<shared>")});
     return false;
 }
 

@@ -22,6 +22,11 @@ const char *vek_existing_or_empty(const char *path);
 const char *vek_search_levels(const char *file_class, char *name, int skipped);
 }
 
+// names/path_text.cpp.  The directory part of a path without "\", and where its
+// file name begins; both are in the buffers of vorn_vek_input2path and
+// vorn_vek_input2file as well.
+const char *split_path(const char *path, char (&directory)[VEK_PATH_SIZE]);
+
 // names/file_search.cpp.  The second place of a name in the database "shared":
 // the product's own shared database.  False for any other name.
 bool name_in_product_database(char (&second)[VEK_PATH_SIZE], const char *name);

@@ -1,5 +1,6 @@
 // Taking path texts apart.
 
+#include "names/names.h"
 #include "text/text.h"
 
 #include <cstring>
@@ -14,7 +15,7 @@ static char vek_add_ext_buf[VEK_PATH_SIZE];
 const char *vorn_vek_input2path(char *text)
 {
     text_copy(vek_path_buf, vorn_vek_nt2unix_path(text));
-    char *last = vek_strrstr(vek_path_buf, "/");
+    char *last = strrchr(vek_path_buf, '/');
     if (last == nullptr)
         return vek_empty_text;
     *last = '\0';
@@ -24,7 +25,7 @@ const char *vorn_vek_input2path(char *text)
 static char *file_name(char (&buffer)[VEK_PATH_SIZE], char *text)
 {
     text_copy(buffer, vorn_vek_nt2unix_path(text));
-    const char *last = vek_strrstr(buffer, "/");
+    const char *last = strrchr(buffer, '/');
     if (last != nullptr)
         text_copy(buffer, last + 1);
     return buffer;
@@ -35,10 +36,21 @@ const char *vorn_vek_input2file(char *text)
     return file_name(vek_file_buf, text);
 }
 
+const char *split_path(const char *path, char (&directory)[VEK_PATH_SIZE])
+{
+    const char *last = strrchr(path, '/');
+    const char *file = last == nullptr ? path : last + 1;
+    text_span front = {path, last == nullptr ? 0 : static_cast<size_t>(last - path)};
+    text_copy(directory, front);
+    text_copy(vek_path_buf, last == nullptr ? text_span{path, strlen(path)} : front);
+    text_copy(vek_file_buf, file);
+    return file;
+}
+
 const char *vorn_vek_input2base(char *text)
 {
     file_name(vek_base_buf, text);
-    char *last = vek_strrstr(vek_base_buf, ".");
+    char *last = strrchr(vek_base_buf, '.');
     if (last != nullptr)
         *last = '\0';
     return vek_base_buf;
@@ -47,7 +59,7 @@ const char *vorn_vek_input2base(char *text)
 const char *vorn_vek_input2ext(const char *text)
 {
     text_copy(vek_ext_buf, text_or_empty(text));
-    const char *last = vek_strrstr(vek_ext_buf, ".");
+    const char *last = strrchr(vek_ext_buf, '.');
     if (last == nullptr)
         return vek_empty_text;
     text_copy(vek_ext_buf, last + 1);
@@ -59,11 +71,11 @@ const char *vek_input2tbl_and_file(char *text)
     char directory[VEK_PATH_SIZE];
     text_copy(vek_tbl_file_buf, vorn_vek_nt2unix_path(text));
     text_copy(directory, vek_tbl_file_buf);
-    char *last = vek_strrstr(directory, "/");
+    char *last = strrchr(directory, '/');
     if (last == nullptr)
         return vek_tbl_file_buf;
     *last = '\0';
-    const char *second = vek_strrstr(directory, "/");
+    const char *second = strrchr(directory, '/');
     if (second != nullptr)
         text_copy(vek_tbl_file_buf, vek_tbl_file_buf + (second - directory) + 1);
     return vek_tbl_file_buf;

@@ -22,7 +22,10 @@ bool text_is_empty(const char *text)
 
 bool text_begins(const char *text, const char *start)
 {
-    return strncmp(text, start, strlen(start)) == 0;
+    for (; *start != '\0'; ++text, ++start)
+        if (*text != *start)
+            return false;
+    return true;
 }
 
 bool text_is(text_span text, const char *word)

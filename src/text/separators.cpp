@@ -5,6 +5,8 @@
 static char *turn(char *text, char from, char to)
 {
     text = text_or_empty(text);
+    if (strchr(text, from) == nullptr)
+        return text;
     for (char *place = text; *place != '\0' && *place != '\n'; ++place)
         if (*place == from)
             *place = to;
