@@ -1,4 +1,5 @@
 #include "platform/platform.h"
+#include "text/text.h"
 
 #include <cerrno>
 #include <climits>
@@ -21,9 +22,7 @@ bool platform_can_enter(const char *path)
 {
     char itself[PATH_MAX];
     struct stat status;
-    int length = snprintf(itself, sizeof itself, "%s/.", path);
-    return *path != '\0' && length > 0 && static_cast<size_t>(length) < sizeof itself &&
-           stat(itself, &status) == 0;
+    return *path != '\0' && text_join(itself, {path, "/."}) && stat(itself, &status) == 0;
 }
 
 // A host's signal may interrupt the opening of what is not on a disk of this
