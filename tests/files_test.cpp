@@ -57,7 +57,7 @@ TEST_F(Files, AreCopiedMovedAndDeleted)
 
 TEST_F(Files, AreCopiedWholeWhateverTheirSize)
 {
-    for (size_t size : {0, 1, 511, 512, 513, 1024, 5000}) {
+    for (size_t size : {0, 1, 511, 512, 513, 1024, 5000, 70000}) {
         const std::string text(size, '\r');
         write_file("from", text);
         EXPECT_EQ(vorn_vek_copy_file2file(Text("from"), Text("to")), 0);

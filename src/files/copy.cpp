@@ -28,6 +28,9 @@ const char *name_for_message(file_path *path, char (&alias)[VEK_PATH_SIZE])
 // got.  Closes both files.
 static void transfer(FILE *source, FILE *target)
 {
+    static char buffers[2][32768];
+    setvbuf(source, buffers[0], _IOFBF, sizeof buffers[0]);
+    setvbuf(target, buffers[1], _IOFBF, sizeof buffers[1]);
     char block[512];
     size_t length;
     do {
