@@ -27,8 +27,8 @@ struct fault {
 
 // Runs the operation in a child with the fault.  Result: what the operation
 // gave, and behind it what descriptors it left open, or in which other directory
-// it left the process; or "killed".  Calls that manage memory and signals are
-// never refused.
+// it left the process; or "killed".  Calls that manage memory and signals, or
+// fetch random numbers, are neither refused nor counted.
 // *call becomes the kind of the nth: with sanitizers not all runs are alike.
 std::string run_with_fault(const fault &wish, const std::function<std::string()> &operation,
                            long *call);
