@@ -132,6 +132,7 @@ void Faults::expect_no_fault(const std::function<std::string()> &operation, cons
             EXPECT_TRUE(wish.error == 0 || answer != "killed");
             EXPECT_EQ(answer.find(" became "), answer.npos);
             EXPECT_TRUE(!must_be_done || world() == done);
+            EXPECT_TRUE(!old_text.empty() || read_file(file).empty() || read_file(file) == fresh);
             ++count;
         }
     }

@@ -220,11 +220,9 @@ TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
     EXPECT_EQ(read_file("a/b.cfg"), "another");
     EXPECT_NE(read_file("a\\b.cfg"), "DATABASE x y\n");
 
-    make_dir(std::string(vorn_vek_tmp_file_path()) + "new_cfg_file");
-    std::filesystem::create_symlink("none.cfg", "link.cfg");
+    std::filesystem::create_symlink("/dev/full", "link.cfg");
     EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", "link.cfg", nullptr), 0);
     EXPECT_TRUE(std::filesystem::is_symlink("link.cfg"));
-    std::filesystem::remove(std::string(vorn_vek_tmp_file_path()) + "new_cfg_file");
 }
 
 // What can't be written can still be read, and the user has asked for it.  Of what

@@ -105,17 +105,16 @@ static void delete_copy()
 }
 
 // Write the new text, whole, to a file of its own, and open that for reading;
-// null, with a report, if it can't be done.  `old` may be null.
+// null, with a report, if it can't be done.
 static FILE *compose(const char *path, FILE *old, const char *tag, const char *name)
 {
-    bool is_rewrite = old != nullptr && !is_save(tag);
-    FILE *out = platform_open_to_write(fresh_path, is_rewrite ? "wb" : "w");
+    FILE *out = platform_open_to_write(fresh_path, is_save(tag) ? "w" : "wb");
     if (out == nullptr) {
         refuse(path, strerror(errno));
         return nullptr;
     }
     bool is_read =
-        is_rewrite ? rewrite_text(out, old, tag, name) : write_all_sections(out, tag, old);
+        is_save(tag) ? write_all_sections(out, tag, old) : rewrite_text(out, old, tag, name);
     int error = finish(out);
     if (error == 0 && !is_read)
         error = EIO;
@@ -168,14 +167,19 @@ static long length_of_text(const char *path)
 }
 
 // Another process may have been here first, and text that can't be read is
-// text all the same.
+// text all the same.  The new text goes out by one write.
 static int write_new_file(const char *path, const char *tag)
 {
+    static char block[16384];
     long length = length_of_text(path);
     if (length != 0)
         return length > 0 ? 1 : refuse(path, strerror(errno));
-    FILE *fresh = compose(path, nullptr, tag, nullptr);
-    return fresh == nullptr ? 0 : told(path, pour(fresh, path));
+    FILE *out = platform_open_to_write(path, "w");
+    if (out == nullptr)
+        return refuse_to_open(path);
+    setvbuf(out, block, _IOFBF, sizeof block);
+    write_all_sections(out, tag, nullptr);
+    return told(path, finish(out));
 }
 
 // Copying does not tell of a copy that was cut short.
@@ -248,18 +252,19 @@ static bool spare_copy_of_others()
     return false; // not reached: nobody keeps a thousand copies
 }
 
-// The directory for temporary files is held by those who share it.
+// A new file needs no others.  The directory for temporary files is held by those
+// who share it.
 static int write_held(const char *path, const char *backup, const char *tag, const char *name)
 {
+    if (vek_strcasecmp(tag, "vek_chk_cfg_files") == 0)
+        return write_new_file(path, tag);
     const char *dir = vorn_vek_tmp_file_path();
     if (dir == nullptr || !text_join(copy_path, {dir, "tmp_cfg_file"}) ||
         !text_join(fresh_path, {dir, "new_cfg_file"}))
         return refuse(path, "There is no directory for temporary files");
     int result = 0;
     intptr_t hold = platform_hold_temporary_dir();
-    if (vek_strcasecmp(tag, "vek_chk_cfg_files") == 0)
-        result = write_new_file(path, tag);
-    else if (spare_copy_of_others())
+    if (spare_copy_of_others())
         result = replace_text(path, backup, tag, name);
     else
         refuse(path, strerror(errno));
