@@ -81,9 +81,11 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
                   at_home("DATABASE     <a>                " + written + "\nDATABASE x\n"));
         vorn_vek_db_remove("<a>");
     }
-    write_file(file, "DATABASE x");
-    EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1);
-    EXPECT_EQ(read_file(file), "DATABASE     %n                 %n\nDATABASE x");
+    for (const std::string name : {"%n ", "%n"}) { // which no database has
+        write_file(file, "DATABASE x");
+        EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", name.c_str()), 1);
+        EXPECT_EQ(read_file(file), "DATABASE     %n                 " + name + "\nDATABASE x");
+    }
     for (const std::string &name : {std::string("a\nTABLE b"), std::string(" \t"), xs(268),
                                     std::string()}) { // what no statement can hold
         write_file(file, "DATABASE x");
@@ -241,14 +243,16 @@ TEST_F(PrivateFile, TellsWhyItIsNotUpdated)
                       "> WARNING: It will not be updated during the session.\n");
 }
 
-TEST_F(PrivateFile, IsNotLeftHalfMadeNorIsTheCopyOfAnotherLost)
+TEST_F(PrivateFile, NeedsNoOthersToBeMadeAndSparesTheCopyOfAnother)
 {
     start();
     const std::string dir = vorn_vek_tmp_file_path();
-    make_dir(dir + "new_cfg_file");
-    EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", "new.cfg", nullptr), 0);
-    EXPECT_FALSE(std::filesystem::exists("new.cfg"));
-    std::filesystem::remove(dir + "new_cfg_file");
+    for (const char *name : {"new_cfg_file", "tmp_cfg_file"})
+        make_dir(dir + name);
+    EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", "new.cfg", nullptr), 1);
+    EXPECT_EQ(read_text("new.cfg"), whole_text("template"));
+    for (const char *name : {"new_cfg_file", "tmp_cfg_file"})
+        std::filesystem::remove(dir + name);
     write_file(dir + "tmp_cfg_file", "of another");
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     EXPECT_FALSE(std::filesystem::exists(dir + "tmp_cfg_file"));

@@ -62,8 +62,9 @@ void write_database(FILE *out, const char *name, const char *end)
     const char *path = db != nullptr ? db->path : vorn_vek_alias2path(alias);
     if (strchr(path, '\n') != nullptr)
         return; // the statement would be two
-    fprintf(out, "%-13s%-18s", "DATABASE", name);
-    fprintf(out, " %s%s%s%s", guard_before(path), path, guard_behind(path), end);
+    const char *before = db != nullptr ? guard_before(path) : "";
+    const char *behind = db != nullptr ? guard_behind(path) : "";
+    fprintf(out, "%-13s%-18s %s%s%s%s", "DATABASE", name, before, path, behind, end);
 }
 
 // The names that do not fit stay out, and so do those behind them.
