@@ -14,7 +14,7 @@ int vek_copy_error;
 void file_path_take(file_path *path, char *given)
 {
     path->given = text_or_empty(given);
-    text_copy(path->text, path->given);
+    text_cut(path->text, sizeof path->text, path->given);
 }
 
 const char *name_for_message(file_path *path, char (&alias)[VEK_PATH_SIZE])

@@ -13,10 +13,11 @@ extern int vek_copy_error;
 
 // A path that a caller has given.  Operations work on the copy, because the
 // caller's text may lie in a buffer that naming a file overwrites.  The copy
-// has room for any path that a system opens; a longer one is empty.
+// has room for any path that a system opens, and for one more character: what is
+// cut there is too long for the system as well.
 struct file_path {
     char *given;
-    char text[4096];
+    char text[4097];
 };
 void file_path_take(file_path *path, char *given);
 
