@@ -60,12 +60,17 @@ static int open_file(const char *path, bool *is_plain)
 
 // Whether a device gives bytes as long as it is read.  A terminal is read as far
 // as somebody types.
-static bool never_ends(FILE *file)
+static bool never_ends(int file)
 {
     struct stat status;
     char first;
-    return fstat(fileno(file), &status) == 0 && S_ISCHR(status.st_mode) &&
-           isatty(fileno(file)) == 0 && platform_read(file, &first, 1) == 1;
+    if (fstat(file, &status) != 0 || !S_ISCHR(status.st_mode) || isatty(file) != 0)
+        return false;
+    ssize_t length = -1;
+    do
+        length = read(file, &first, 1);
+    while (length < 0 && errno == EINTR);
+    return length == 1;
 }
 
 FILE *platform_open_to_read(const char *path, const char *mode)
@@ -76,14 +81,13 @@ FILE *platform_open_to_read(const char *path, const char *mode)
         return nullptr;
     if (!is_plain)
         fcntl(file, F_SETFL, 0); // a pipe that has a writer is waited for
-    FILE *stream = fdopen(file, mode);
+    bool is_usable = is_plain || !never_ends(file);
+    FILE *stream = is_usable ? fdopen(file, mode) : nullptr;
     if (stream == nullptr)
         close(file);
-    if (stream == nullptr || is_plain || !never_ends(stream))
-        return stream;
-    fclose(stream);
-    errno = EINVAL;
-    return nullptr;
+    if (!is_usable)
+        errno = EINVAL;
+    return stream;
 }
 
 bool platform_opens_for_reading(const char *path)
