@@ -10,11 +10,13 @@ static int upper(char character)
 }
 
 // ASCII letters have one upper case in every locale but for "i", which some pair
-// with a letter that is not ASCII.
+// with a letter that is not ASCII.  Where others have one, or control characters,
+// is up to the locale.
 static unsigned folded(char character)
 {
-    unsigned lower = static_cast<unsigned char>(character) | 0x20U;
-    return lower >= 0x80 || lower == 'i' ? 0 : lower;
+    unsigned code = static_cast<unsigned char>(character);
+    unsigned lower = code | 0x20;
+    return code < 0x20 || code >= 0x80 || lower == 'i' ? 0 : lower;
 }
 
 // Most that are compared are the same.
