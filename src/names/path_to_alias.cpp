@@ -23,10 +23,10 @@ static const char *rest_behind(const char *path, const char *start)
     return path + length;
 }
 
-// The table whose directory begins the path.
-static const vek_tbl_rec *find_table(const vek_db_rec *db, const char *path)
+// The table whose directory begins the path, of which `rest` follows that of the
+// database; null if that does not begin it.
+static const vek_tbl_rec *find_table(const vek_db_rec *db, const char *rest)
 {
-    const char *rest = rest_behind(path, db->path);
     if (rest == nullptr || *rest != '/')
         return nullptr;
     for (int i = 0; i < db->tbl_count; ++i)
@@ -92,10 +92,12 @@ const char *vorn_vek_path2alias(char *text)
     for (int level = 1; level <= db_count(); ++level) {
         const vek_db_rec *db = db_at(level);
         bool is_short = strchr(path, '~') != nullptr;
-        const vek_tbl_rec *table = is_short ? find_table_of_short(db, path) : find_table(db, path);
+        const vek_tbl_rec *table = is_short ? find_table_of_short(db, path) : nullptr;
+        const char *rest = rest_behind(path, db->path);
+        if (!is_short)
+            table = find_table(db, rest);
         if (table != nullptr)
             return name_in_table(db, table, path);
-        const char *rest = rest_behind(path, db->path);
         if (lies_directly_in(rest))
             return url(path, {"klvds://", db->name, rest});
     }

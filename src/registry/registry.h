@@ -42,7 +42,7 @@ void db_take_out(int level);
 FILE *report_file_open(const char *path, const char *caller);
 
 // The texts by which a table is found.
-enum table_text { TABLE_CLASS, TABLE_EXT, TABLE_ALIAS, TABLE_TEXTS };
+enum { TABLE_CLASS, TABLE_EXT, TABLE_ALIAS, TABLE_TEXTS };
 
 // A database's record as it is made, with what the library keeps beside it.
 struct stored_db {
