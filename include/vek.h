@@ -29,7 +29,8 @@
             F2C_DB_SEARCH is given is cut, as its entry says.)
    Levels   A level is a database's place in the search order, from 1.
    Codes    Unless its entry says otherwise, 0 is success.
-   Names    Databases, classes and extensions compare without regard to case.
+   Names    Databases, classes and extensions compare without regard to case,
+            but for the reserved name "shared", which is exact.
    Output   Lines for the user leave through the core library: "ERROR: ...",
             "WARNING: ..." and "ABORT: ..." for reports, plain lines as they
             are.  An entry says what its operation prints; an operation that
@@ -84,16 +85,17 @@ VEK_API void vek_abort(const char *caller, const char *text);
 /* The host's entry to a session.  `name` is the empty text or the product's
    name for a product session, the name of a plug-in to add to it, or the word
    "f2c_vorn_vek_cfg_env_read" for a solver run.  The first call fixes the
-   product's name and solver mode.  For the product, the ENVIRONMENT statements
-   of its shared, site and private file are taken into the process environment
-   by vek_env_read.  Then a session is started with vorn_vek_init; a solver
-   run instead takes the ENVIRONMENT statements of the plug-ins that the model
-   names, and db_search starts it later.
+   product's name, and one of a solver run solver mode.  For the product, the
+   ENVIRONMENT statements of its shared, site and private file are taken into
+   the process environment by vek_env_read.  Then a session is started with
+   vorn_vek_init; a solver run instead takes the ENVIRONMENT statements of the
+   plug-ins that the model names, and db_search starts it later.
    Result: that of vorn_vek_init; in a solver run 1 if a file did not open or
    its last setting failed, else 0; -1, with an abort line, if the name has
-   VEK_START_NAME_SIZE or more characters or vek_chk_cfg_files does not give 0.
-   Has the host register a plug-in's paths before KLV_USER_PLUGIN_DIR is
-   searched for its file.
+   VEK_START_NAME_SIZE or more characters or vek_chk_cfg_files does not give 0;
+   the next call then is as the first.
+   A solver run has the host register a plug-in's paths before
+   KLV_USER_PLUGIN_DIR is searched for its file.
    Prints a blank line at the first call of a solver run, two reports when a
    file of the product or its last setting failed, a warning for a list of
    plug-ins that is too long, and at the end of the first call of a solver run
@@ -105,7 +107,8 @@ VEK_API int F2C_VORN_VEK_CFG_ENV_READ(void);
 
 /* Start the session (first call) or add a plug-in's files to it (later
    calls).  `name` is the short name of the product or plug-in, shorter than
-   VEK_START_NAME_SIZE; vek_set_product_name must have run before.  The files
+   VEK_START_NAME_SIZE; vek_set_product_name must have run before.  The first
+   sets the number of databases to 0, even if it finds no files.  The files
    that vek_chk_cfg_files finds are read in the order shared, site, private
    (the private file at the first start only) by vek_cfg_read, then missing
    table directories are made as by vek_upd_vek_tbls and the outcome is tested.
@@ -115,8 +118,8 @@ VEK_API int F2C_VORN_VEK_CFG_ENV_READ(void);
    interface mode is off; 1 no database, a database without tables, or
    differing numbers of tables; -1 a fatal condition, or no default writable
    database outside solver mode.
-   Prints a blank line at a first start under another name, two warnings when
-   a file or a table directory had a fault, a report for each fault of the
+   Prints a blank line at a first start under another name, two warnings when a
+   file or a table directory had a fault, a report for each fault of the
    outcome, and a report of the fatal condition.  Shows an alert, and reports
    its text, when there is no default writable database outside solver mode.  */
 VEK_API int vorn_vek_init(const char *name);
@@ -129,8 +132,8 @@ VEK_API int vorn_vek_init(const char *name);
    Result: 0 all three are set; 1 a fatal condition, reported; 2 there is no
    shared file and interface mode is off: nothing is printed, and `site` and
    `private_file` are untouched.
-   Prints also, once a process each, a warning when HOME is needed and not set,
-   and two when the private file is missing and can't be created.  */
+   Prints also what an update of the private file may print (see there), when
+   that is missing and can't be created.  */
 VEK_API int vek_chk_cfg_files(const char *name, char *shared, char *site, char *private_file);
 
 /* Take the product's short name from KLV_PRODUCT_NAME, at most its first 15
@@ -166,16 +169,17 @@ VEK_API const char *vorn_vek_get_os(void);
 /* Read one configuration file.  `cfg_index` is the number that its records
    carry; the session's private file has a number of its own, and some
    statements are refused there only.  "$" in `path` is not expanded.
-   Result: 0 every statement was accepted; 1 the file does not open or can't be
-   read to its end; otherwise the code of the last refused statement, 1 to 6.
+   Result: 0 no statement was refused, those for test rigs not counted;
+   otherwise the code of the last refused one, 1 to 6.  1 comes also for a file
+   that does not open, or can't be read to its end.
    Devices that give bytes without end do not open.
-   A statement has at most 266 characters, its comment not counted; what a
-   comment has beyond them is read as a line of its own.
+   A statement has at most 266 characters, its comment not counted; of a line
+   with a comment, what stands behind the 267th is read as a line of its own.
    Prints "Reading configuration file '<path>'", or a report that it does not
-   open or end; one or two reports for each refused statement, with line number and
-   path, behind those of vek_db_read, vek_set_write_db, vek_tbl_read,
+   open or end; one or two reports for each refused statement, with line number
+   and path, behind those of vek_db_read, vek_set_write_db, vek_tbl_read,
    vek_propfile_read and vek_testrig_read; plain lines of advice for
-   discontinued statements; a closing report if there was a fault.  */
+   discontinued statements; a closing report if the result is a code.  */
 VEK_API int vek_cfg_read(const char *path, int cfg_index);
 
 /* Take the ENVIRONMENT statements of one configuration file into the process
@@ -195,15 +199,17 @@ VEK_API int vek_env_read(char *path);
    for writing is set, and when the user saves.  While that goes on, the old
    text stands whole in a backup (the same name with "q" for its last
    character) or in "tmp_cfg_file" in the directory of vorn_vek_tmp_file_path,
-   flushed before the file is emptied, and the new text is whole before that,
-   too.  What can't be written is put back.  Processes that update one file
-   wait for each other, and a start waits for an update to end, where the file
-   system has locks.
+   flushed before the file is emptied, and the new text is whole in
+   "new_cfg_file" there before that, too.  A new file needs neither.  What
+   can't be written is put back.  Processes that update one file wait for each
+   other, and a start waits for an update to end, where the file system has
+   locks.
 
    What an update may print:
+   - a warning, once a process, when HOME is needed and not set;
    - two warnings, once a process, when the file does not open for writing;
-   - "ERROR: Cannot create file '<backup>' : <reason>" when the backup could not
-     be made whole; the update goes on without it;
+   - "ERROR: Cannot create file '<backup>' : <reason>" when the backup could
+     not be made whole; the update goes on without it;
    - the reports of vorn_vek_copy_file2file and vorn_vek_delete_file;
    - "ERROR: cannot open file <path>";
    - "ERROR: Private cfg file <path> could not be written: <reason>", after
@@ -217,14 +223,16 @@ VEK_API int vek_env_read(char *path);
    ENVIRONMENT line stays as it is when its variable is not set or has a value
    that the line could not hold (blank, of more than 180 characters, with "!"
    or a line end, or a whole line of more than 254), and so does
-   DEFAULT_WRITE_DB while no default is set.  Lines count in pieces of 255 characters.
+   DEFAULT_WRITE_DB while no default is set.  Lines count in pieces of 255
+   characters.
    With the tag "vorn_vek_db_add" the database `name` is also put in front of
    the first DATABASE line, and with "vorn_vek_db_remove" the lines of the
    database that is spelled `name` become comments; these are what
    vorn_vek_db_add and vorn_vek_db_remove use.  "vorn_sav_cfg" writes the file
    as a save does, "vek_chk_cfg_files" one that has no text as a start does.
    Tags compare without regard to case.
-   Result: 1 written, or KLV_UPDATE_CFG is "no"; 0 not, with a report.  */
+   Result: 1 written, or KLV_UPDATE_CFG is "no", or the file has text under the
+   last tag; 0 not, with a report but for what is told once a process.  */
 VEK_API int vorn_wrt_cfg(const char *tag, const char *name);
 
 /* Ask the user, by an alert, how to save, then write the private file anew
@@ -232,11 +240,14 @@ VEK_API int vorn_wrt_cfg(const char *tag, const char *name);
    tables, property files and test rigs, with KLV_VEK_SEARCH at "yes" the order
    of all databases, and the ENVIRONMENT lines of the old file with their
    present values, or as they were where vorn_wrt_cfg leaves them.  All else
-   goes, and so does a default whose class or value has a line end.  The next
-   session refuses a statement that became longer than 266 characters.
+   goes, and so does a default whose class or value has a line end.  What else
+   a statement can't hold, the next session refuses or takes for something
+   else: "!" and what follows it, white space in a name, a class or the path of
+   a property file, and a statement that became longer than 266 characters.
    KLV_UPDATE_CFG is not looked at.
    Result: 1 written; 0 not, or an answer that the alert does not offer;
-   -1 cancelled.  With a backup prints its two lines and one more.  */
+   -1 cancelled.  With a backup, which is not made of an empty file, prints its
+   two lines and one more.  */
 VEK_API int vorn_sav_cfg(void);
 
 /* ---- Text ------------------------------------------------------------- */
@@ -299,7 +310,8 @@ VEK_API int vek_file_exists(const char *path);
    Prints nothing but the warnings of vek_eval_str and "malloc_failure".  */
 VEK_API int vek_db_read(const char *statement, int cfg_index);
 
-/* 1 if the directory can be entered, else 0.  */
+/* 1 if the directory can be entered, else 0.  0 also for every directory while
+   the current one is gone or has a path of 260 or more characters.  */
 VEK_API int vorn_vek_db_exists(const char *path);
 
 /* 1 if the database could be written to when it was last probed, 0 if not or
@@ -343,10 +355,12 @@ VEK_API const char *vorn_vek_level2db(int level);
    Result: 0 added, also when it stays at the end of the list, with a report;
    otherwise nothing is added: 1, with a report, for a name or path that is
    empty or too long, else the code of vek_db_read, with a report for 2, 3 and
-   6.
+   6.  A name with white space adds a database of its first word, at a path
+   that begins with the rest.
    The next session finds it in the private file if that has a DATABASE line
-   and can hold it: a name or path with "!", a name of two words, and a path of
-   more than 234 characters are lost with the session.  */
+   and can hold it: a path ends there at "!", and a name with "!" or a path of
+   more than 234 characters (252, less those of a name of more than 18) is lost
+   with the session.  */
 VEK_API int vorn_vek_db_add(const char *name, const char *path, int level);
 
 /* Remove a database from the list, not from the disk, and call vorn_wrt_cfg,
@@ -458,7 +472,7 @@ VEK_API int vek_propfile_read(const char *statement, int cfg_index);
 VEK_API int vek_testrig_read(const char *statement, int cfg_index);
 
 /* Set the default of a class for this session.  `file` is a name in any form
-   and is expanded in place, "\" turned.
+   and is expanded in place by vek_eval_str, and then "\" is turned in it.
    Result: 1 set; 0 not, because there is no such file (silently), because a
    text is too long, or for want of memory.  */
 VEK_API int vorn_vek_set_def_propfile(const char *file_class, char *file);
@@ -473,11 +487,12 @@ VEK_API const char *vorn_vek_get_def_testrig(const char *file_class);
 /* ---- Path text --------------------------------------------------------
 
    These look at the text only.  Each result is a static buffer of the
-   operation's own, VEK_PATH_SIZE bytes, which the calls named behind
-   "until:" overwrite, as does the operation itself.  Operations that rest on
-   those named overwrite them, too: F2C_DB_SEARCH what db_search does,
-   vek_propfile_read and with it the reading of files and the starts what
-   vorn_vek_input2full does.  A text that is too long gives the empty text.  */
+   operation's own, VEK_PATH_SIZE bytes, which the calls named behind "until:"
+   overwrite, as does the operation itself.  Operations that rest on those
+   named overwrite them, too: F2C_DB_SEARCH what db_search does, and
+   vorn_vek_set_def_propfile, vek_propfile_read and with it the reading of
+   files and the starts what vorn_vek_input2full does.  A text that is too long
+   gives the empty text.  */
 
 /* The directory part, without the last "/".  Turns "\" in `text`.
    until: vorn_vek_input2full, vorn_vek_input2tblpth, vorn_vek_expand2full,
@@ -530,8 +545,8 @@ VEK_API const char *vorn_vek_alias2path(char *text);
 VEK_API const char *vorn_vek_input2tblpth(char *text);
 
 /* The real path of a name in any form: a static buffer, until the next call
-   of it, of vorn_vek_expand2full, vorn_vek_search_file or db_search.  Turns
-   "\" in `text`.  */
+   of it, of vorn_vek_expand2full, vorn_vek_search_file, db_search or what
+   rests on these (see "Path text").  Turns "\" in `text`.  */
 VEK_API const char *vorn_vek_input2full(char *text);
 
 /* As vorn_vek_input2full, in a static buffer of its own until its next call,
@@ -541,11 +556,12 @@ VEK_API const char *vorn_vek_expand2full(char *text);
 
 /* The way back: the name of a real path, "klvds://database/directory/file" or
    "klvds://database/file".  A path deeper inside a table's directory stays a
-   path, and one that no database holds becomes a file URL; an alias stays as
-   it is.  Always a static buffer, until the next call of it, of
+   path, and one that is neither in a table nor directly in a database becomes
+   a file URL; a URL or bracket form of a database stays as it is, and a file
+   URL counts as a path.  Always a static buffer, until the next call of it, of
    vorn_vek_get_def_propfile, of a file operation, or of one that updates the
-   private file.  A URL that does not
-   fit leaves the path.  Turns "\" in `text`.  */
+   private file.  A URL that does not fit leaves the path.  Turns "\" in
+   `text`.  */
 VEK_API const char *vorn_vek_path2alias(char *text);
 
 /* ---- File search ------------------------------------------------------ */
@@ -565,7 +581,8 @@ VEK_API char *vorn_vek_search_file(const char *file_class, char *name, int level
    They take real paths, not aliases, and name files by alias in what they
    print; a path too long for an alias is named itself.  Result: 0 done, 1
    failed.  A failure is reported, with the system's text where the system
-   refused.  "\" is turned in `char *` paths when they are named in a message.
+   refused.  "\" is turned in `char *` paths: by those that delete and rename
+   before they act, by the others when the path is named in a message.
    The variants _silent print no success lines.  Pipes are not written to, and
    devices that give bytes without end are not read.  */
 
@@ -614,17 +631,19 @@ VEK_API int vorn_vek_inherit_permissions(void);
 /* The solver's search.  Unless interface mode is on, the first call reads the
    model's list of plug-ins and makes a start for each name in it.  A model
    without the list has the product of KLV_PRODUCT_NAME started, if that is
-   one of the suite's.  Without either, there are no databases to search: a
-   name is then tested as a plain path.  While QNS_PRODUCT_NAME is "ZAPT",
-   every name is taken for found.
+   vorn, skarn, dunmoren, quorvalind or belthar, in any letter case.  Without
+   either, there are no databases to search: a name is then tested as a plain
+   path.  While QNS_PRODUCT_NAME is "ZAPT", every name is taken for found.
    `found` becomes 1 or 0.  Turns "\" in `name` when databases are searched.
-   Result: `name` itself for a plain path, found or not; otherwise that of
-   vorn_vek_search_file.  Only `found` says whether the file is there, and only
-   a result that is neither `name` nor empty is for the caller to release.
-   The first call prints a blank line, what its starts print, a line for each
-   name of 40 or more characters, for a list that is too long or missing, and
-   for each start that failed, and a blank line.  Without databases, a name
-   that looks like an alias and is not found gives two reports.  */
+   Result: `name` itself for a plain path, found or not, and for what is taken
+   for found; otherwise that of vorn_vek_search_file.  Only `found` says
+   whether the file is there, and only a result that is neither `name` nor
+   empty is for the caller to release.
+   The call that makes the starts prints a blank line, what they print, a line
+   for each name of 40 or more characters, for a list that is too long, or
+   missing where a product is started in its place, and for each start that
+   failed, and a blank line.  Without databases, a name that looks like an
+   alias and is not found gives two reports.  */
 VEK_API char *db_search(char *name, const char *file_class, int *found);
 
 /* The same for Fortran.  `name` and `file_class` end with a NUL; of more than
