@@ -60,6 +60,13 @@ static bool has_pieces(const std::string &text)
     return false;
 }
 
+// A database of the input's may lie at the path of the backup.
+static void expect_backup(const std::string &text)
+{
+    if (vorn_vek_db_exists(".vorn.cfq") == 0)
+        expect_same(text, get_file(".vorn.cfq"));
+}
+
 // A second update finds nothing to change, and all lines stay that it does not
 // know.
 static void update_twice(const std::string &old)
@@ -67,11 +74,11 @@ static void update_twice(const std::string &old)
     std::string once = update("x");
     if (!has_pieces(old))
         expect_same(other_lines(old), other_lines(once));
-    expect_same(old, get_file(".vorn.cfq"));
+    expect_backup(old);
     std::string twice = update("x");
     expect_same(once, twice);
     vorn_vek_db_add("added", "added.vek", 1);
-    expect_same(twice, get_file(".vorn.cfq"));
+    expect_backup(twice);
     vorn_vek_db_remove("added");
     vorn_vek_db_remove("private");
     expect_sound_registries();
