@@ -14,13 +14,6 @@ static void mark(const char *part)
     access((std::string("/mark/") + part).c_str(), F_OK);
 }
 
-static void search(const sample &one, const std::string &name)
-{
-    char *found = vorn_vek_search_file(one.file_class.c_str(), const_cast<char *>(name.c_str()), 1);
-    if (*found != '\0')
-        free(found);
-}
-
 void run_calls_once(const tree &made, bool is_cold)
 {
     const sample &one = made.samples[made.samples.size() / 2];

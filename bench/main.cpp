@@ -21,7 +21,7 @@ static int run(int count, char **words, const tree &made, const char *part)
         add_start(made);
     else if (strcmp(part, "session") == 0)
         add_session(made);
-    else
+    else if (strcmp(part, "copy") == 0)
         add_copies(made);
     benchmark::AddCustomContext("databases", std::to_string(made.databases));
     benchmark::AddCustomContext("tables", std::to_string(made.tables));

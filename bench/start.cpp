@@ -17,8 +17,8 @@
 
 using std::chrono::steady_clock;
 
-// A directory test as it is told of, call by call.
-static bool test_by_rules(const char *path)
+// A directory test call by call: into the directory and back.
+static bool test_call_by_call(const char *path)
 {
     char here[260];
     return getcwd(here, sizeof here) != nullptr && chdir(path) == 0 && chdir(here) == 0;
@@ -54,15 +54,15 @@ static floor_paths form_paths(const tree &made)
     return paths;
 }
 
-static bool start_by_rules(const floor_paths &paths)
+static bool start_call_by_call(const floor_paths &paths)
 {
     bool is_good = true;
     for (size_t i = 0; i < paths.databases.size(); ++i) {
-        is_good &= test_by_rules(paths.databases[i].c_str());
+        is_good &= test_call_by_call(paths.databases[i].c_str());
         probe(paths.probes[i]);
     }
     for (const std::string &path : paths.tables)
-        is_good &= test_by_rules(path.c_str()) || mkdir(path.c_str(), 0777) == 0;
+        is_good &= test_call_by_call(path.c_str()) || mkdir(path.c_str(), 0777) == 0;
     return is_good;
 }
 
@@ -125,8 +125,8 @@ void add_start(const tree &made)
     static const floor_paths paths = form_paths(made);
     add(made, "warm start/vek", false, start_session);
     add(made, "warm start/least", false, [] { return start_by_looks(paths); });
-    add(made, "warm start/floor", false, [] { return start_by_rules(paths); });
+    add(made, "warm start/floor", false, [] { return start_call_by_call(paths); });
     add(made, "cold start/vek", true, start_session);
     add(made, "cold start/least", true, [] { return start_by_looks(paths); });
-    add(made, "cold start/floor", true, [] { return start_by_rules(paths); });
+    add(made, "cold start/floor", true, [] { return start_call_by_call(paths); });
 }

@@ -64,9 +64,10 @@ static sample make_sample(const tree &made, int level, int table)
     one.file_class = word(table);
     one.ext = ext;
     one.database = made.names[slot];
-    one.statement = "TABLE " + one.file_class + " directory.tbl unknown";
+    one.statement = "TABLE unknown directory.tbl " + ext;
     one.mounted = one.database + "/" + dir + "/road_front." + ext;
     one.alias = "<" + one.database + ">/" + dir + "/road_front." + ext;
+    one.url = "klvds://" + one.mounted;
     one.path = made.database_dirs[slot] + "/" + dir + "/road_front." + ext;
     one.missing_alias = "<" + one.database + ">/" + dir + "/trial_7." + ext;
     one.missing_path = made.database_dirs[slot] + "/" + dir + "/trial_7." + ext;
@@ -116,6 +117,13 @@ void remove_table_dirs(const tree &made)
         unlink(one.path.c_str());
     for (const std::string &dir : made.table_dirs)
         rmdir(dir.c_str());
+}
+
+void search(const sample &one, const std::string &name)
+{
+    char *found = vorn_vek_search_file(one.file_class.c_str(), const_cast<char *>(name.c_str()), 1);
+    if (*found != '\0')
+        free(found);
 }
 
 bool start_session()

@@ -11,7 +11,8 @@ struct sample {
     std::string alias, path;                 // of a file that is there
     std::string missing_alias, missing_path; // of one that is not
     std::vector<std::string> candidates;     // the missing file's, level by level
-    std::string statement;                   // a TABLE statement of its class
+    std::string url;                         // the alias that its path leads back to
+    std::string statement;                   // a TABLE statement of its extension
     std::string mounted, directories;        // for peers: "database/table/file"; "first:second"
     int level;
 };
@@ -30,6 +31,9 @@ tree make_tree(const std::string &home, int databases, int tables);
 void remove_tree(const tree &made);
 
 void remove_table_dirs(const tree &made);
+
+// A search for a name; the block of its result is released.
+void search(const sample &one, const std::string &name);
 
 // Whether the host's entry starts a session in the tree without an error.  Its
 // lines are not shown.
