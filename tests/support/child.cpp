@@ -1,5 +1,7 @@
 #include "child.h"
 
+#include "vek.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -21,6 +23,16 @@ static void __gcov_dump()
 }
 #endif
 
+// The library removes its directory for temporary files at an exit, which these
+// children do not make.
+static void leave_nothing()
+{
+    const char *dir = vorn_vek_tmp_file_path();
+    if (dir != nullptr)
+        rmdir(dir);
+    __gcov_dump();
+}
+
 std::string in_child(const std::function<std::string()> &operation)
 {
     int ends[2];
@@ -29,7 +41,7 @@ std::string in_child(const std::function<std::string()> &operation)
     pid_t child = fork();
     if (child == 0) {
         std::string answer = operation();
-        __gcov_dump();
+        leave_nothing();
         _exit(write(ends[1], answer.data(), answer.size()) == (ssize_t)answer.size() ? 0 : 1);
     }
     close(ends[1]);
@@ -62,7 +74,7 @@ static pid_t start_traced(const std::function<std::string()> &operation, char *a
         raise(SIGSTOP);
         operation().copy(answer, width - 2);
         answer[width - 1] = 1;
-        __gcov_dump();
+        leave_nothing();
         _exit(0);
     }
     waitpid(child, nullptr, 0);
