@@ -110,7 +110,7 @@ void Faults::expect_no_fault(const std::function<std::string()> &operation, cons
     int considered = 0;
     for (int nth = 1; nth <= (int)calls.size(); ++nth) {
         std::vector<fault> wishes;
-        for (int error : kind == UPDATES ? std::vector<int>{} : errors_of(calls[nth - 1]))
+        for (int error : kind == UPDATES ? std::vector<int>{} : errors_of(calls[(size_t)nth - 1]))
             wishes.push_back({nth, error, false});
         if (kind == UPDATES)
             wishes = {{nth, ENOSPC, true}, {nth, EINVAL, true}};
@@ -364,7 +364,7 @@ TEST_F(Faults, ASessionGoesOnWhenAnyAllocationFails)
                 return;
             }
             SCOPED_TRACE(std::to_string(nth) + (for_good ? " and all behind it: " : ": ") +
-                         session[failing].name);
+                         session[(size_t)failing].name);
             ++count;
             EXPECT_EQ(now.size(), steps + 1) << now.back();
             EXPECT_EQ(in_child([] { // a next session reads what was saved
@@ -374,14 +374,14 @@ TEST_F(Faults, ASessionGoesOnWhenAnyAllocationFails)
                           return is_told(lines) ? lines : result;
                       }),
                       "0");
-            const Lines mine = parts(now[failing], line_end);
-            const Lines usual = parts(good[failing], line_end);
-            EXPECT_TRUE(for_good || is_told(mine, usual)) << now[failing];
-            if (!std::string(session[failing].name).starts_with("start")) {
-                bool is_undone = state(mine[0]) == state(good[failing - 1]);
+            const Lines mine = parts(now[(size_t)failing], line_end);
+            const Lines usual = parts(good[(size_t)failing], line_end);
+            EXPECT_TRUE(for_good || is_told(mine, usual)) << now[(size_t)failing];
+            if (!std::string(session[(size_t)failing].name).starts_with("start")) {
+                bool is_undone = state(mine[0]) == state(good[(size_t)failing - 1]);
                 EXPECT_TRUE(mine[0] == usual[0] ||
                             (is_undone && result(mine[0]) != result(usual[0])))
-                    << now[failing];
+                    << now[(size_t)failing];
             }
         }
 }

@@ -57,7 +57,7 @@ TEST_F(Files, AreCopiedMovedAndDeleted)
 
 TEST_F(Files, AreCopiedWholeWhateverTheirSize)
 {
-    for (size_t size : {0, 1, 511, 512, 513, 1024, 5000, 70000}) {
+    for (size_t size : {0u, 1u, 511u, 512u, 513u, 1024u, 5000u, 70000u}) {
         std::string text(size, '\r');
         for (size_t i = 0; i < size; i += 7)
             text[i] = static_cast<char>(i / 251);

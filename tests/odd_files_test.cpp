@@ -64,8 +64,9 @@ TEST_F(OddFiles, AreNoDatabases)
 TEST_F(OddFiles, MayVanishWhileTheyAreTested)
 {
     pid_t other = fork();
-    for (; other == 0; rmdir("dir"))
-        mkdir("dir", 0777);
+    while (other == 0)
+        if (mkdir("dir", 0777) == 0)
+            rmdir("dir");
     int found = 0;
     for (int i = 0; i < 3000; ++i) {
         found += vorn_vek_db_exists("dir") + vek_dir_is_writable("dir");

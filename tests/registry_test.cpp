@@ -20,7 +20,7 @@ TEST_F(Registry, DatabaseStatementsAreTakenOrLeaveOnlyTheirDirectory)
     EXPECT_EQ(host::printed().size(), 2U); // of vek_eval_str
     EXPECT_EQ(databases(), (Lines{"a a.vek 2", "b b and blanks 2", "Shared h 2", "w w/in 2",
                                   "tilde ./a~1 2", xs(30) + " c 2"}));
-    for (size_t length : {259, 260}) { // of the current directory: 260 have no room
+    for (size_t length : {259u, 260u}) { // of the current directory: 260 have no room
         const std::string deep = home + "/" + xs(length - home.size() - 1);
         make_dir(deep);
         std::filesystem::current_path(deep);
@@ -144,8 +144,10 @@ TEST_F(Registry, MissingTableDirectoriesAreMade)
     vek_private_cfg_index = 2;
     for (const std::string &name : names)
         add_database(name + " " + name, number_of_veks);
-    for (int i = 0; i < 4; ++i)
-        add_table(names[i] + " t" + std::to_string(i) + " " + names[i], i);
+    for (int i = 0; const std::string &name : names) {
+        add_table(name + " t" + std::to_string(i) + " " + name, i);
+        ++i;
+    }
     char files[3][VEK_CFG_PATH_SIZE] = {"s.cfg", "x.cfg", "p.cfg"};
     vek_cfg_count = 3;
     for (const Lines &row : table("table_directories")) {

@@ -94,7 +94,7 @@ TEST_F(Session, FindsTheSiteFileAndMakesThePrivateOne)
     unset("KLV_VORN_PRIVATE_CFG");
     unset("HOME");
     EXPECT_EQ(chk_cfg_files("plug")[3], "./.vorn.cfg");
-    for (size_t length : {267, 266}) { // of a path, which may have 266
+    for (size_t length : {267u, 266u}) { // of a path, which may have 266
         const std::string deep = dir + "/" + xs(length - 210);
         write_file(deep + "/plug.cfg");
         set("KLV_PLUG", deep);

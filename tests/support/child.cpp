@@ -167,7 +167,8 @@ std::string run_with_fault(const fault &wish, const std::function<std::string()>
 {
     std::string answer;
     const std::vector<long> calls = run(wish, operation, &answer).calls;
-    *call = (int)calls.size() < wish.nth ? -1 : calls[wish.nth - 1];
+    const size_t place = (size_t)wish.nth - 1;
+    *call = place < calls.size() ? calls[place] : -1;
     return answer;
 }
 
