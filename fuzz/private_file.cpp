@@ -99,7 +99,8 @@ static void look()
             path.insert(0, "./"); // as it is saved
         personal += std::string("\n") + db_at(level)->name + " " + path;
         bool can_be_ordered = strchr(db_at(level)->name, ',') == nullptr;
-        can_be_saved = can_be_saved && can_be_ordered && path.size() <= 233;
+        size_t name = std::max<size_t>(strlen(db_at(level)->name), 18); // as it is padded
+        can_be_saved = can_be_saved && can_be_ordered && name + path.size() <= 251;
     }
 }
 
