@@ -594,8 +594,8 @@ VEK_API int vorn_vek_copy_file2file(char *source, char *target);
 VEK_API int vorn_vek_copy_file2file_silent(char *source, char *target);
 
 /* Copy a file into a database, into the table of its extension.  An extension
-   that no table has leads to the root directory.  An unknown database is
-   refused.  Turns "\" in `source`.  */
+   that no table has leads to the root directory of the file system.  An
+   unknown database is refused.  Turns "\" in `source`.  */
 VEK_API int vorn_vek_copy_file2db(char *source, const char *database);
 
 /* Delete a file, never a directory.  Prints a line unless the file opens all

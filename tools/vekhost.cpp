@@ -43,7 +43,8 @@ static void describe_session(CLI::App &app, session_options &session)
             ->option_text("NAME")
             ->allow_extra_args(false);
     CLI::Option *solver =
-        app.add_flag("--solver", session.solver, "Make a solver run: the model names the plug-ins")
+        app.add_flag("--solver", session.solver,
+                     "Make a solver run: the model names the product and its plug-ins")
             ->option_text(" ")
             ->excludes(plugins);
     app.add_option("--model", session.model, "The model of the solver run")
@@ -72,7 +73,9 @@ static void describe_find(CLI::App &app, request &asked)
     CLI::Option *why =
         find->add_flag("--why", asked.why, "Also print every path that is tried, in order")
             ->option_text(" ");
-    find->add_flag("--all", asked.all, "Print every level that holds the file of the class")
+    find->add_flag(
+            "--all", asked.all,
+            "Print every level that holds the file of the class; needs --class, not with --why")
         ->option_text(" ")
         ->needs(file_class)
         ->excludes(why);
@@ -84,8 +87,8 @@ static void describe_edits(CLI::App &app, request &asked)
         add_command(app, asked, "add", "Add a database: a name and a directory", "NAME PATH", 2);
     add->add_option("--level", asked.level, "Its level (default: the last)")->option_text("N");
     add_command(app, asked, "remove", "Remove a database from the list", "NAME", 1);
-    CLI::App *move = app.add_subcommand(
-        "move", "Move a database to a level, and print the order; it is kept by a save only");
+    CLI::App *move =
+        app.add_subcommand("move", "Move a database to a level for this run, and print the order");
     move->add_option("NAME", asked.database)->required();
     move->add_option("LEVEL", asked.level)->required();
     app.add_subcommand("default", "Set or print the default database for writing")
