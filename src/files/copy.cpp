@@ -14,7 +14,10 @@ int vek_copy_error;
 void file_path_take(file_path *path, char *given)
 {
     path->given = text_or_empty(given);
-    text_cut(path->text, sizeof path->text, path->given);
+    if (text_copy(path->text, path->given))
+        return;
+    memset(path->text, 'x', sizeof path->text - 1);
+    path->text[sizeof path->text - 1] = '\0';
 }
 
 const char *name_for_message(file_path *path, char (&alias)[VEK_PATH_SIZE])

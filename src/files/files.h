@@ -13,11 +13,11 @@ extern int vek_copy_error;
 
 // A path that a caller has given.  Operations work on the copy, because the
 // caller's text may lie in a buffer that naming a file overwrites.  The copy
-// has room for any path that a system opens, and for one more character: what is
-// cut there is too long for the system as well.
+// has room for any path that a system opens.  A longer one becomes a name that is
+// too long for every system: cut, it could name another file.
 struct file_path {
     char *given;
-    char text[4097];
+    char text[4096];
 };
 void file_path_take(file_path *path, char *given);
 
