@@ -6,8 +6,10 @@
 #include "support/scratch.h"
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <random>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -220,8 +222,21 @@ TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
     EXPECT_EQ(read_file("a/b.cfg"), "another");
     EXPECT_NE(read_file("a\\b.cfg"), "DATABASE x y\n");
 
-    std::filesystem::create_symlink("/dev/full", "link.cfg");
-    EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", "link.cfg", nullptr), 0);
+    // A new file that can't be written does not stay, but a link does.
+    std::filesystem::create_symlink("none.cfg", "link.cfg");
+    for (const char *name : {"new.cfg", "link.cfg"})
+        EXPECT_EQ(in_child([name] {
+                      signal(SIGXFSZ, SIG_IGN);
+                      rlimit limit;
+                      getrlimit(RLIMIT_FSIZE, &limit);
+                      const rlimit none = {0, limit.rlim_max};
+                      setrlimit(RLIMIT_FSIZE, &none);
+                      int result = _vek_print_cfg_file("vek_chk_cfg_files", name, nullptr);
+                      setrlimit(RLIMIT_FSIZE, &limit);
+                      return std::to_string(result);
+                  }),
+                  "0");
+    EXPECT_FALSE(std::filesystem::exists("new.cfg"));
     EXPECT_TRUE(std::filesystem::is_symlink("link.cfg"));
 }
 
