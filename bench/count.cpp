@@ -12,11 +12,6 @@
 
 using operation = void (*)(const sample &one);
 
-static char *text(const std::string &from)
-{
-    return const_cast<char *>(from.c_str());
-}
-
 static const struct {
     const char *name;
     operation run;

@@ -13,11 +13,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-static char *text(const std::string &from)
-{
-    return const_cast<char *>(from.c_str());
-}
-
 static void open_and_close(const std::string &path)
 {
     int file = open(path.c_str(), O_RDONLY);

@@ -121,7 +121,7 @@ void remove_table_dirs(const tree &made)
 
 void search(const sample &one, const std::string &name)
 {
-    char *found = vorn_vek_search_file(one.file_class.c_str(), const_cast<char *>(name.c_str()), 1);
+    char *found = vorn_vek_search_file(one.file_class.c_str(), text(name), 1);
     if (*found != '\0')
         free(found);
 }

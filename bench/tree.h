@@ -32,6 +32,12 @@ void remove_tree(const tree &made);
 
 void remove_table_dirs(const tree &made);
 
+// As the operations take a text.
+inline char *text(const std::string &from)
+{
+    return const_cast<char *>(from.c_str());
+}
+
 // A search for a name; the block of its result is released.
 void search(const sample &one, const std::string &name);
 
