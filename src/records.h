@@ -14,6 +14,7 @@ struct vek_tbl_rec {
     char full_path[VEK_TBL_PATH_SIZE]; // "path of the database/dir"
     char ext[VEK_EXT_SIZE];
     int cfg_index;
+    bool loss_is_reported; // that the private file can't hold it
 };
 
 // One database.  Every database holds the same tables in the same order.
@@ -25,6 +26,7 @@ struct vek_db_rec {
     int tbl_capacity;
     int cfg_index;
     vek_tbl_rec **tbls; // null until the first table
+    bool loss_is_reported;
 };
 
 // The default of one class.
@@ -32,6 +34,7 @@ struct vek_dflt_rec {
     char class_[VEK_CLASS_SIZE];
     char value[VEK_PATH_SIZE];
     int cfg_index; // of the file that last set it; the private file's for the host
+    bool loss_is_reported;
 };
 
 struct vek_dflt_list {

@@ -24,8 +24,7 @@ TEST_F(Edits, ChangeTheListAndThePrivateFileOrAreRefused)
         EXPECT_EQ(host::printed(), lines);
     }
     EXPECT_EQ(listing("c.vek"), (Lines{"dampers.tbl", "springs.tbl"}));
-    std::string expected = put_out("! DATABASE     two words          two words\n"
-                                   "DATABASE     [30] d.vek\n"
+    std::string expected = put_out("DATABASE     [30] d.vek\n"
                                    "DATABASE     c                  c.vek\n"
                                    "DATABASE     b                  b.vek\n"
                                    "! DATABASE     a                  HOME\n"

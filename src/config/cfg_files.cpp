@@ -3,6 +3,7 @@
 #include "config/config.h"
 #include "host/hsk.h"
 #include "host/message.h"
+#include "platform/platform.h"
 #include "text/text.h"
 
 #include <cstdlib>
@@ -99,12 +100,21 @@ static void find_site_file(char *path, const char *name)
         path[0] = '\0';
 }
 
-static int provide_private_file(char *path)
+// Another program may keep the file from being opened for a moment.
+static bool private_file_is_there(const char *path)
+{
+    FILE *file = vek_file_exists(path) != 0 ? nullptr : platform_open_to_read_soon(path);
+    if (file != nullptr)
+        fclose(file);
+    return file != nullptr || vek_file_exists(path) != 0;
+}
+
+static int ensure_private_file(char *path)
 {
     private_path whole = private_path_whole();
     bool fits = strlen(whole.start) + strlen(whole.end) < VEK_CFG_PATH_SIZE;
     vek_private_cfg_path(path);
-    if (fits && (vek_file_exists(path) != 0 ||
+    if (fits && (private_file_is_there(path) ||
                  _vek_print_cfg_file("vek_chk_cfg_files", path, nullptr) != 0))
         return 0;
     report(REPORT_ERROR, "vek_chk_cfg_files", "Cannot create private configuration file %s%s",
@@ -125,5 +135,5 @@ int vek_chk_cfg_files(const char *name, char *shared, char *site, char *private_
     if (!find_shared_file(output_or_scratch(shared), name))
         return refuse_without_shared_file(name);
     find_site_file(output_or_scratch(site), name);
-    return provide_private_file(output_or_scratch(private_file));
+    return ensure_private_file(output_or_scratch(private_file));
 }

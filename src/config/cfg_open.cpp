@@ -9,12 +9,10 @@
 
 FILE *cfg_open(const char *path, const char *caller)
 {
-    FILE *file = platform_open_to_read(path, "r");
+    FILE *file = platform_open_to_read_soon(path);
     if (file == nullptr)
         report(REPORT_ERROR, caller, "Cannot open configuration file '%s': %s", path,
                strerror(errno));
-    else if (is_private_file(path))
-        platform_share(file); // another process may be writing it
     return file;
 }
 

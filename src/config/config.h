@@ -12,8 +12,9 @@ extern "C" {
 // private file's path does not fit.
 void vek_private_cfg_path(char *path);
 
-// config/private_file.cpp.  Write the private file in the way that the tag
-// says.  Result: 1 written, 0 not.
+// config/private/update.cpp.  Write the private file in the way that the tag
+// says.  A new file does not take the place of one that has text.  Returns 1 if it
+// is written, or there already, and else 0.
 int _vek_print_cfg_file(const char *tag, const char *path, const char *name);
 
 // config/environment.cpp.  Take the ENVIRONMENT statements of one file; `path`
@@ -28,7 +29,6 @@ struct private_path {
     const char *end;
 };
 private_path private_path_whole();
-bool is_private_file(const char *path); // prints nothing
 
 // The value of the variable that names the user's directory for plug-in files
 // of this product; null if it is not set.
@@ -44,7 +44,7 @@ const char *name_variable_value(const char *name, const char *suffix);
 bool find_plugin_file(char *path, const char *name, bool registers);
 
 // config/cfg_open.cpp.  Open a file for reading; null, with a report, if it does
-// not open.  While the private file is open, nobody updates it.
+// not open.
 FILE *cfg_open(const char *path, const char *caller);
 // False, with a report, if the file could not be read to its end.
 bool cfg_close(FILE *file, const char *path, const char *caller);

@@ -1,14 +1,14 @@
 // The ENVIRONMENT statements of one configuration file.
 
 #include "config/config.h"
+#include "config/line_reader.h"
 #include "host/hsk.h"
 #include "host/message.h"
-#include "platform/platform.h"
 #include "text/text.h"
 
 #include <cstring>
 
-constexpr size_t piece_size = 256;
+constexpr size_t chunk_limit = 255;
 constexpr size_t longest_name = 60;
 constexpr size_t longest_value = 180; // before it is expanded
 
@@ -83,7 +83,7 @@ int _cfg_read_file_env(char *path)
     if (file == nullptr)
         return 1;
     int result = 0;
-    for (int line = 1; platform_read_piece(file, vek_message_buf, piece_size); ++line) {
+    for (int line = 1; read_line_chunk(file, vek_message_buf, chunk_limit, LINE_TEXT) > 0; ++line) {
         vek_message_buf[strcspn(vek_message_buf, "!")] = '\0';
         env_statement statement = split(vek_message_buf);
         if (text_is(statement.keyword, "environment") && is_well_formed(statement, path, line))

@@ -139,13 +139,6 @@ private_path private_path_whole()
     return whole;
 }
 
-bool is_private_file(const char *path)
-{
-    bool is_fallback = false;
-    private_path whole = find_private_path(&is_fallback);
-    return text_begins(path, whole.start) && strcmp(path + strlen(whole.start), whole.end) == 0;
-}
-
 void vek_private_cfg_path(char *path)
 {
     private_path whole = private_path_whole();

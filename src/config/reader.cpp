@@ -1,9 +1,9 @@
 // Reading a configuration file, statement by statement.
 
 #include "config/config.h"
+#include "config/line_reader.h"
 #include "host/hsk.h"
 #include "host/message.h"
-#include "platform/platform.h"
 #include "text/text.h"
 
 #include <cstdlib>
@@ -44,6 +44,11 @@ static void report_refusal(cfg_reading *reading, int code, const char *fault)
         report_fault(reading, code, fault);
 }
 
+static bool read_line(FILE *file)
+{
+    return read_line_chunk(file, vek_message_buf, line_limit, LINE_TEXT) > 0;
+}
+
 // The rest of the line is thrown away with it.
 static void refuse_long_line(cfg_reading *reading, FILE *file)
 {
@@ -51,8 +56,7 @@ static void refuse_long_line(cfg_reading *reading, FILE *file)
            reading->path);
     report(REPORT_ERROR, caller, "%s %d", "  Line exceeds MAX number of characters", line_limit);
     reading->error = 1;
-    while (platform_read_piece(file, vek_message_buf, sizeof vek_message_buf) &&
-           strlen(vek_message_buf) == line_limit)
+    while (read_line(file) && strlen(vek_message_buf) == line_limit)
         continue;
 }
 
@@ -180,7 +184,7 @@ int vek_cfg_read(const char *path, int cfg_index)
         return 1;
     report(REPORT_PLAIN, caller, "Reading configuration file '%s'", path);
     cfg_reading reading = {path, cfg_index, 0, 0};
-    while (platform_read_piece(file, vek_message_buf, sizeof vek_message_buf)) {
+    while (read_line(file)) {
         ++reading.line;
         take_line(&reading, file);
     }

@@ -9,9 +9,8 @@
 #include <cstring>
 
 bool vek_file_verbose = true;
-int vek_copy_error;
 
-void file_path_take(file_path *path, char *given)
+void file_path_init(file_path *path, char *given)
 {
     path->given = text_or_empty(given);
     if (text_copy(path->text, path->given))
@@ -20,48 +19,55 @@ void file_path_take(file_path *path, char *given)
     path->text[sizeof path->text - 1] = '\0';
 }
 
-const char *name_for_message(file_path *path, char (&alias)[VEK_PATH_SIZE])
+const char *display_name(file_path *path, char (&alias)[VEK_PATH_SIZE])
 {
     text_copy(alias, vorn_vek_path2alias(path->text));
     vorn_vek_nt2unix_path(path->given);
     return alias[0] == '\0' ? path->given : alias;
 }
 
-// A transfer that stops early is not told of: the target stays as far as it
-// got.  Closes both files.
-static void transfer(FILE *source, FILE *target)
+int copy_stream(FILE *source, FILE *target)
 {
-    static char buffers[2][32768];
-    setvbuf(source, buffers[0], _IOFBF, sizeof buffers[0]);
-    setvbuf(target, buffers[1], _IOFBF, sizeof buffers[1]);
-    char block[512];
-    size_t length;
-    do {
+    static char block[32768];
+    setvbuf(source, nullptr, _IONBF, 0);
+    int error = 0;
+    size_t length = sizeof block;
+    while (length == sizeof block && error == 0) {
         length = platform_read(source, block, sizeof block);
-        if ((length < sizeof block && ferror(source) != 0) ||
-            fwrite(block, 1, length, target) < length)
-            vek_copy_error = errno;
-    } while (length == sizeof block);
+        if (length < sizeof block && ferror(source) != 0)
+            error = errno;
+        if (!platform_write(target, block, length))
+            error = errno;
+    }
+    return error;
+}
+
+// Closes both files.  The target of a copy that is cut short stays as far as it
+// got.
+static int copy_and_close(FILE *source, FILE *target)
+{
+    int error = copy_stream(source, target);
     fclose(source);
-    if (fclose(target) != 0)
-        vek_copy_error = errno;
+    if (fclose(target) != 0 && error == 0 && errno != EINTR)
+        error = errno;
+    return error;
 }
 
 // The system's text is taken first: finding the alias may change errno.
-static int refuse(const char *what, file_path *path)
+int report_copy_failure(const char *what, file_path *path)
 {
     char alias[VEK_PATH_SIZE];
     const char *reason = strerror(errno);
-    const char *name = name_for_message(path, alias);
+    const char *name = display_name(path, alias);
     report(REPORT_ERROR, "vorn_vek_copy_file2file", "%s '%s' : %s", what, name, reason);
     return 1;
 }
 
-static int refuse_same_file(file_path *target)
+int report_same_file(file_path *target)
 {
     char alias[VEK_PATH_SIZE];
     report(REPORT_ERROR, "vorn_vek_copy_file2file", "Old filename '%s' is same as new filename.",
-           name_for_message(target, alias));
+           display_name(target, alias));
     return 1;
 }
 
@@ -73,42 +79,62 @@ static FILE *open_target(const file_path *target)
     return nullptr;
 }
 
-static void print_success(file_path *source, file_path *target)
+void print_copied(file_path *source, file_path *target)
 {
     constexpr const char *caller = "vorn_vek_copy_file2file";
     char alias[VEK_PATH_SIZE];
-    report(REPORT_PLAIN, caller, "File '%s' successfully copied to",
-           name_for_message(source, alias));
-    report(REPORT_PLAIN, caller, "     '%s'.", name_for_message(target, alias));
+    report(REPORT_PLAIN, caller, "File '%s' successfully copied to", display_name(source, alias));
+    report(REPORT_PLAIN, caller, "     '%s'.", display_name(target, alias));
 }
 
-int vorn_vek_copy_file2file(char *source, char *target)
+// *error becomes the errno value that cut the copy short, or 0.
+static int copy_file(char *source, char *target, int *error)
 {
     file_path from, to;
-    vek_copy_error = 0;
-    file_path_take(&from, source);
-    file_path_take(&to, target);
+    *error = 0;
+    file_path_init(&from, source);
+    file_path_init(&to, target);
     if (vek_strcasecmp(from.given, to.given) == 0 || platform_same_file(from.text, to.text))
-        return refuse_same_file(&to);
-    FILE *in = platform_open_to_read(from.text, "rb");
+        return report_same_file(&to);
+    FILE *in = platform_open_to_read(from.text);
     if (in == nullptr)
-        return refuse("Could not open file", &from);
+        return report_copy_failure("Could not open file", &from);
     FILE *out = open_target(&to);
     if (out == nullptr) {
-        int result = refuse("Cannot create file", &to);
+        int result = report_copy_failure("Cannot create file", &to);
         fclose(in);
         return result;
     }
-    transfer(in, out);
+    *error = copy_and_close(in, out);
     if (vek_file_verbose && vek_file_exists(to.text) != 0)
-        print_success(&from, &to);
+        print_copied(&from, &to);
     return 0;
+}
+
+// A copy that is cut short goes unnoticed: hosts know this result.
+int vorn_vek_copy_file2file(char *source, char *target)
+{
+    int error;
+    return copy_file(source, target, &error);
 }
 
 int vorn_vek_copy_file2file_silent(char *source, char *target)
 {
     vek_file_verbose = false;
     int result = vorn_vek_copy_file2file(source, target);
+    vek_file_verbose = true;
+    return result;
+}
+
+// Naming a file converts "\" in what it is given.
+int copy_file_silently(const char *source, const char *target, int *error)
+{
+    char from[VEK_PATH_SIZE];
+    char to[VEK_PATH_SIZE];
+    text_copy(from, source);
+    text_copy(to, target);
+    vek_file_verbose = false;
+    int result = copy_file(from, to, error);
     vek_file_verbose = true;
     return result;
 }
@@ -122,7 +148,7 @@ int vorn_vek_copy_file2db(char *source, const char *database)
         return 1;
     }
     file_path from;
-    file_path_take(&from, vorn_vek_nt2unix_path(source));
+    file_path_init(&from, vorn_vek_nt2unix_path(source));
     const char *base = vorn_vek_input2base(from.text);
     const char *ext = vorn_vek_input2ext(from.text);
     bool may_be_known = strlen(ext) < VEK_EXT_SIZE; // its version counts, too
@@ -138,10 +164,10 @@ int vorn_vek_append_file2file(const char *source, const char *target)
     target = text_or_empty(target);
     if (platform_same_file(source, target))
         return 1; // would never end
-    FILE *in = platform_open_to_read(source, "rb");
+    FILE *in = platform_open_to_read(source);
     FILE *out = platform_open_to_write(target, "ab");
     if (in != nullptr && out != nullptr) {
-        transfer(in, out);
+        copy_and_close(in, out);
         return 0;
     }
     if (in != nullptr)

@@ -1,4 +1,4 @@
-// Deleting, renaming and backing up files.
+// Deleting and renaming files.
 
 #include "files/files.h"
 #include "host/message.h"
@@ -13,8 +13,8 @@ int vorn_vek_delete_file(char *path)
     constexpr const char *caller = "vorn_vek_delete_file";
     char alias[VEK_PATH_SIZE];
     file_path file;
-    file_path_take(&file, path);
-    const char *name = name_for_message(&file, alias);
+    file_path_init(&file, path);
+    const char *name = display_name(&file, alias);
     if (!platform_remove_file(file.text)) {
         report(REPORT_ERROR, caller, "Could not delete file '%s' : %s", name, strerror(errno));
         return 1;
@@ -49,46 +49,13 @@ int vorn_vek_rename_file(char *old_path, char *new_path)
     char old_alias[VEK_PATH_SIZE];
     char new_alias[VEK_PATH_SIZE];
     file_path from, to;
-    file_path_take(&from, old_path);
-    file_path_take(&to, new_path);
-    const char *old_name = name_for_message(&from, old_alias);
-    const char *new_name = name_for_message(&to, new_alias);
+    file_path_init(&from, old_path);
+    file_path_init(&to, new_path);
+    const char *old_name = display_name(&from, old_alias);
+    const char *new_name = display_name(&to, new_alias);
     if (!platform_rename(from.text, to.text))
         return refuse_rename(old_name, new_name);
     report(REPORT_PLAIN, caller, "File '%s' successfully renamed to", old_name);
     report(REPORT_PLAIN, caller, "     '%s'.", new_name);
     return 0;
-}
-
-void turn_to_backup(char *path)
-{
-    size_t length = strlen(path);
-    if (length > 0)
-        path[length - 1] = 'q';
-}
-
-// A file that is its own backup is not removed, nor is one whose place is too long to be
-// written to again; copying is then refused, in words.
-int vek_backup_file(char *path)
-{
-    file_path file, backup;
-    file_path_take(&file, path);
-    if (vek_file_exists(file.text) == 0)
-        return 1;
-    file_path_take(&backup, file.text);
-    turn_to_backup(backup.text);
-    if (strlen(backup.text) < VEK_PATH_SIZE && vek_strcasecmp(file.text, backup.text) != 0 &&
-        !platform_same_file(file.text, backup.text)) {
-        platform_remove_file(backup.text);
-        platform_create_like(backup.text, file.text);
-    }
-    return vorn_vek_copy_file2file(file.given, backup.text);
-}
-
-int vek_backup_file_silent(char *path)
-{
-    vek_file_verbose = false;
-    int result = vek_backup_file(path);
-    vek_file_verbose = true;
-    return result;
 }

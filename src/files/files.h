@@ -4,12 +4,7 @@
 
 #include "vek.h"
 
-// files/copy.cpp.  While false, copying and deleting print no success lines.
-extern bool vek_file_verbose;
-
-// The system's error that cut the latest copy short; 0 for a copy that is whole.
-// The operations themselves do not look at it.
-extern int vek_copy_error;
+#include <cstdio>
 
 // A path that a caller has given.  Operations work on the copy, because the
 // caller's text may lie in a buffer that naming a file overwrites.  The copy
@@ -19,12 +14,41 @@ struct file_path {
     char *given;
     char text[4096];
 };
-void file_path_take(file_path *path, char *given);
-
-// files/file_operations.cpp.  Make the path of a file that of its backup, whose
-// name has "q" for the last character.
-void turn_to_backup(char *path);
+void file_path_init(file_path *path, char *given);
 
 // The name of a file for a message: its alias, in `alias`.  A path too long to
-// have one stands for itself.  Turns "\" in both texts of the path.
-const char *name_for_message(file_path *path, char (&alias)[VEK_PATH_SIZE]);
+// have one stands for itself.  Converts "\" in both texts of the path.
+const char *display_name(file_path *path, char (&alias)[VEK_PATH_SIZE]);
+
+// files/copy.cpp.  While false, copying and deleting print no success lines.
+extern bool vek_file_verbose;
+
+// As vorn_vek_copy_file2file_silent, which does not notice a copy that is cut
+// short: *error becomes the errno value of that, or 0.
+int copy_file_silently(const char *source, const char *target, int *error);
+
+// Copy the rest of an open file to another at once.  Returns 0 or the errno value
+// that cut the copy short.
+int copy_stream(FILE *source, FILE *target);
+
+// The reports of a copy.  The first two return 1.
+int report_copy_failure(const char *what, file_path *path); // for the reason in errno
+int report_same_file(file_path *target);
+void print_copied(file_path *source, file_path *target);
+
+// files/backup.cpp.  Make the path of a file that of its backup, whose name has
+// "q" for the last character.
+void to_backup_path(char *path);
+// As vek_backup_file.  *unread becomes the errno value with which the file did not
+// open, which is not reported, or 0.
+int backup_file(char *path, int *unread);
+
+// files/overwrite.cpp.  Put a text over that of a file that can't be replaced by
+// another; the mode is "r+b" or "r+".  Meanwhile a copy of the old text is on the
+// disk, which goes when the new text is there.  On failure the old text is
+// restored; errno says why.
+bool overwrite_file(const char *path, const char *mode, const char *text, size_t length);
+
+// The copy that is left of an earlier overwriting of the file, where the process
+// was killed or could not restore the old text; null if there is none.
+const char *overwrite_kept_copy(const char *path);

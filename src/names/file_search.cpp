@@ -53,9 +53,9 @@ static const char *search(const char *class_given, char *name_given, int level)
     char second[VEK_PATH_SIZE];
     text_copy(file_class, class_given);
     text_copy(name, vorn_vek_nt2unix_path(name_given));
-    if (name[0] == '\0')
-        return vek_empty_text;
     const char *path = vek_existing_or_empty(vorn_vek_input2full(name));
+    if (name[0] == '\0')
+        return vek_empty_text; // the level walk would look for files that have no name
     if (*path == '\0' && name_in_product_database(second, name))
         path = vek_existing_or_empty(vorn_vek_input2full(second));
     if (*path == '\0' && walk_is_on())

@@ -1,4 +1,5 @@
 #include "platform/platform.h"
+#include "platform/posix_open.h"
 #include "text/text.h"
 
 #include <cerrno>
@@ -7,7 +8,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <strings.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,32 +25,21 @@ bool platform_can_enter(const char *path)
     return *path != '\0' && text_join(itself, {path, "/."}) && stat(itself, &status) == 0;
 }
 
-// A host's signal may interrupt the opening of what is not on a disk of this
-// computer.
-static int open_patiently(const char *path, int flags, mode_t mode = 0)
-{
-    int file = -1;
-    do
-        file = open(path, flags | O_CLOEXEC, mode);
-    while (file < 0 && errno == EINTR);
-    return file;
-}
-
 bool platform_make_dir(const char *path)
 {
     return mkdir(path, 0777) == 0;
 }
 
 // Opening without blocking keeps a pipe without a writer from holding the
-// process.  *is_plain tells a regular file from a pipe or device.
-static int open_file(const char *path, bool *is_plain)
+// process.  *is_regular tells a regular file from a pipe or device.
+static int open_file(const char *path, bool *is_regular)
 {
-    int file = open_patiently(path, O_RDONLY | O_NONBLOCK);
+    int file = posix_open(path, O_RDONLY | O_NONBLOCK);
     if (file < 0)
         return -1;
     struct stat status;
     if (fstat(file, &status) == 0 && !S_ISDIR(status.st_mode)) {
-        *is_plain = S_ISREG(status.st_mode);
+        *is_regular = S_ISREG(status.st_mode);
         return file;
     }
     close(file);
@@ -60,7 +49,7 @@ static int open_file(const char *path, bool *is_plain)
 
 // Whether a device gives bytes as long as it is read.  A terminal is read as far
 // as somebody types.
-static bool never_ends(int file)
+static bool is_endless_device(int file)
 {
     struct stat status;
     char first;
@@ -73,16 +62,16 @@ static bool never_ends(int file)
     return length == 1;
 }
 
-FILE *platform_open_to_read(const char *path, const char *mode)
+FILE *platform_open_to_read(const char *path)
 {
-    bool is_plain = false;
-    int file = open_file(path, &is_plain);
+    bool is_regular = false;
+    int file = open_file(path, &is_regular);
     if (file < 0)
         return nullptr;
-    if (!is_plain)
+    if (!is_regular)
         fcntl(file, F_SETFL, 0); // a pipe that has a writer is waited for
-    bool is_usable = is_plain || !never_ends(file);
-    FILE *stream = is_usable ? fdopen(file, mode) : nullptr;
+    bool is_usable = is_regular || !is_endless_device(file);
+    FILE *stream = is_usable ? fdopen(file, "r") : nullptr;
     if (stream == nullptr)
         close(file);
     if (!is_usable)
@@ -90,10 +79,15 @@ FILE *platform_open_to_read(const char *path, const char *mode)
     return stream;
 }
 
+FILE *platform_open_to_read_soon(const char *path)
+{
+    return platform_open_to_read(path); // nobody can keep a file from being opened
+}
+
 bool platform_opens_for_reading(const char *path)
 {
-    bool is_plain = false;
-    int file = open_file(path, &is_plain);
+    bool is_regular = false;
+    int file = open_file(path, &is_regular);
     if (file < 0)
         return false;
     close(file);
@@ -102,49 +96,50 @@ bool platform_opens_for_reading(const char *path)
 
 // What a link leads to is left alone: in a directory that many may write to,
 // anybody could have made it.
-bool platform_create_file(const char *path)
+static bool create_file(const char *path)
 {
     constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOFOLLOW;
-    int file = open_patiently(path, flags, 0666);
+    int file = posix_open(path, flags, 0666);
     if (file < 0 && errno == ELOOP && unlink(path) == 0)
-        file = open_patiently(path, flags, 0666);
+        file = posix_open(path, flags, 0666);
     if (file < 0)
         return false;
     close(file);
     return true;
 }
 
-// Opening without blocking keeps a pipe without a reader from holding the
-// process.  *is_plain tells a regular file from a device.
-static int open_to_write(const char *path, int flags, bool *is_plain)
+// Another user's file of that name may be gone again when it is looked for.
+static bool may_be_of_another_user(const char *path)
 {
-    int file = open_patiently(path, O_WRONLY | O_CREAT | O_NONBLOCK | flags, 0666);
-    if (file < 0)
-        return -1;
     struct stat status;
-    bool is_known = fstat(file, &status) == 0;
-    if (is_known && !S_ISFIFO(status.st_mode)) {
-        *is_plain = S_ISREG(status.st_mode);
-        return file;
-    }
-    close(file);
-    errno = ENXIO; // what a pipe without a reader gives
-    return -1;
+    return (errno == EACCES || errno == EPERM) &&
+           (lstat(path, &status) == 0 ? status.st_uid != geteuid() : errno == ENOENT);
 }
 
-// The mode's first letter tells appending from writing anew.  The file is
-// emptied when nothing can fail any more.
+bool platform_can_create(const char *dir, const char *name)
+{
+    char path[PATH_MAX];
+    if (!text_join(path, {dir, "/", name}))
+        return false;
+    if (create_file(path)) {
+        unlink(path);
+        return true;
+    }
+    return may_be_of_another_user(path) && faccessat(AT_FDCWD, dir, W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+// The file is emptied when nothing can fail any more.
 FILE *platform_open_to_write(const char *path, const char *mode)
 {
-    int flags = *mode == 'a' ? O_APPEND : 0;
-    bool is_plain = false;
-    int file = open_to_write(path, flags, &is_plain);
+    bool appends = *mode == 'a', empties = *mode == 'w', is_regular = false;
+    int flags = appends ? O_APPEND : 0;
+    int file = posix_open_to_write(path, flags | (appends || empties ? O_CREAT : 0), &is_regular);
     if (file < 0)
         return nullptr;
-    FILE *stream = fcntl(file, F_SETFL, flags) == 0 ? fdopen(file, mode) : nullptr;
+    FILE *stream = fcntl(file, F_SETFL, flags) == 0 ? fdopen(file, appends ? "a" : "w") : nullptr;
     if (stream == nullptr)
         close(file);
-    if (stream == nullptr || flags == O_APPEND || !is_plain || ftruncate(file, 0) == 0)
+    if (stream == nullptr || !empties || !is_regular || platform_empty(stream))
         return stream;
     int reason = errno;
     fclose(stream);
@@ -152,80 +147,46 @@ FILE *platform_open_to_write(const char *path, const char *mode)
     return nullptr;
 }
 
-static bool flush(int file)
+bool platform_write(FILE *file, const char *from, size_t size)
 {
-    return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
+    while (size > 0) {
+        ssize_t length = write(fileno(file), from, size);
+        if (length < 0 && errno != EINTR)
+            return false;
+        size_t written = length < 0 ? 0 : static_cast<size_t>(length);
+        from += written;
+        size -= written;
+    }
+    return true;
 }
 
-bool platform_flush(FILE *file)
+bool platform_empty(FILE *file)
 {
-    return fflush(file) == 0 && flush(fileno(file));
+    int result = -1;
+    do
+        result = ftruncate(fileno(file), 0);
+    while (result != 0 && errno == EINTR);
+    if (result != 0 && errno != EINVAL) // which a device gives, as it has no length
+        return false;
+    lseek(fileno(file), 0, SEEK_SET);
+    return true;
 }
 
-bool platform_flush_file(const char *path)
+bool platform_sync(FILE *file)
 {
-    int file = open_patiently(path, O_RDONLY | O_NONBLOCK);
+    return fflush(file) == 0 && posix_sync(fileno(file));
+}
+
+bool platform_sync_file(const char *path)
+{
+    int file = posix_open(path, O_RDONLY | O_NONBLOCK);
     if (file < 0)
         return false;
-    bool is_done = flush(file);
+    bool is_done = posix_sync(file);
     int reason = errno;
     close(file);
     errno = reason;
     return is_done;
-}
-
-static int open_or_make(const char *path, bool *is_new)
-{
-    bool is_plain = false;
-    int file = open_to_write(path, O_APPEND | O_EXCL, &is_plain);
-    *is_new = file >= 0;
-    return *is_new || errno != EEXIST ? file : open_to_write(path, O_APPEND, &is_plain);
-}
-
-// This kind of lock belongs to the open file, so that it outlives the closing
-// of the same file by other ways.
-static void lock(int file, int kind)
-{
-    while (flock(file, kind) != 0 && errno == EINTR)
-        continue;
-}
-
-// Whether the path leads elsewhere now than to the open file.
-static bool has_moved(const char *path, int file)
-{
-    struct stat one, other;
-    if (stat(path, &one) != 0)
-        return errno == ENOENT;
-    return fstat(file, &other) == 0 && (one.st_dev != other.st_dev || one.st_ino != other.st_ino);
-}
-
-intptr_t platform_hold_file(const char *path, bool *is_new)
-{
-    for (;;) {
-        int file = open_or_make(path, is_new);
-        if (file < 0)
-            return file;
-        lock(file, LOCK_EX);
-        if (!has_moved(path, file))
-            return file;
-        close(file);
-    }
-}
-
-void platform_share(FILE *file)
-{
-    lock(fileno(file), LOCK_SH);
-}
-
-void platform_let_go(intptr_t hold)
-{
-    close(static_cast<int>(hold));
-}
-
-void platform_let_go_and_remove(intptr_t hold, const char *path)
-{
-    unlink(path);
-    platform_let_go(hold);
 }
 
 bool platform_long_path(const char *, char *, size_t)
@@ -279,23 +240,18 @@ bool platform_temporary_dir(char *to, size_t width)
     return is_made && length >= 0 && static_cast<size_t>(length) < width;
 }
 
-intptr_t platform_hold_temporary_dir()
+bool platform_lasting_dir(char *to, size_t width)
+{
+    return text_copy(to, width, "/var/tmp/");
+}
+
+intptr_t platform_lock_temp_dir()
 {
     return 0;
 }
 
-void platform_let_temporary_dir_go(intptr_t)
+void platform_unlock_temp_dir(intptr_t)
 {
-}
-
-void platform_create_like(const char *path, const char *other)
-{
-    struct stat status;
-    if (stat(other, &status) != 0)
-        return;
-    int file = open_patiently(path, O_WRONLY | O_CREAT | O_EXCL, (status.st_mode & 0777) | S_IWUSR);
-    if (file >= 0)
-        close(file);
 }
 
 bool platform_same_file(const char *first, const char *second)
@@ -329,8 +285,10 @@ bool platform_rename(const char *old_path, const char *new_path)
     if (errno != EINVAL && errno != ENOSYS)
         return false; // else this file system does not know how
 #endif
+    if (link(old_path, new_path) == 0)
+        return unlink(old_path) == 0;
     struct stat status;
-    if (lstat(new_path, &status) == 0) {
+    if (errno == EEXIST || lstat(new_path, &status) == 0) {
         errno = EEXIST;
         return false;
     }

@@ -1,4 +1,6 @@
 #include "platform/platform.h"
+#include "platform/windows_open.h"
+#include "text/text.h"
 
 #include <cerrno>
 #include <climits>
@@ -7,7 +9,6 @@
 #include <direct.h>
 #include <fcntl.h>
 #include <io.h>
-#include <sys/stat.h>
 #include <windows.h>
 
 bool platform_current_dir(char *to, size_t width)
@@ -26,12 +27,10 @@ bool platform_make_dir(const char *path)
     return _mkdir(path) == 0;
 }
 
-// Nothing is handed to child processes: they would keep files from being
-// removed, and locks from ending.
 static FILE *open_stream(const char *path, int flags, const char *mode)
 {
     flags |= strchr(mode, 'b') == nullptr ? _O_TEXT : _O_BINARY;
-    int file = _open(path, flags | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    int file = windows_open(path, flags);
     FILE *stream = file < 0 ? nullptr : _fdopen(file, mode);
     if (file >= 0 && stream == nullptr)
         _close(file);
@@ -39,122 +38,90 @@ static FILE *open_stream(const char *path, int flags, const char *mode)
 }
 
 // The C runtime does not open directories for reading.
-FILE *platform_open_to_read(const char *path, const char *mode)
+FILE *platform_open_to_read(const char *path)
 {
-    return open_stream(path, _O_RDONLY, mode);
+    return open_stream(path, _O_RDONLY, "rb");
+}
+
+FILE *platform_open_to_read_soon(const char *path)
+{
+    int file = windows_open_soon(path, _O_RDONLY | _O_BINARY);
+    return file < 0 ? nullptr : _fdopen(file, "rb");
 }
 
 bool platform_opens_for_reading(const char *path)
 {
-    int file = _open(path, _O_RDONLY | _O_NOINHERIT);
+    int file = windows_open(path, _O_RDONLY);
     if (file < 0)
         return false;
     _close(file);
     return true;
 }
 
-bool platform_create_file(const char *path)
+bool platform_can_create(const char *dir, const char *name)
 {
-    int file = _open(path, _O_WRONLY | _O_CREAT | _O_TRUNC | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    char path[MAX_PATH];
+    if (!text_join(path, {dir, "/", name}))
+        return false;
+    int file = windows_open(path, _O_WRONLY | _O_CREAT | _O_TRUNC);
     if (file < 0)
         return false;
     _close(file);
+    remove(path);
     return true;
-}
-
-static HANDLE handle_of(int file)
-{
-    return reinterpret_cast<HANDLE>(_get_osfhandle(file));
 }
 
 static bool is_on_disk(int file)
 {
-    return GetFileType(handle_of(file)) == FILE_TYPE_DISK;
+    return GetFileType(reinterpret_cast<HANDLE>(_get_osfhandle(file))) == FILE_TYPE_DISK;
 }
 
 // The file is emptied when nothing can fail any more, which also serves hidden
 // files: creating one anew is refused.
 FILE *platform_open_to_write(const char *path, const char *mode)
 {
-    bool appends = *mode == 'a';
-    FILE *stream = open_stream(path, _O_WRONLY | _O_CREAT | (appends ? _O_APPEND : 0), mode);
-    if (stream == nullptr || appends || !is_on_disk(_fileno(stream)) ||
-        _chsize(_fileno(stream), 0) == 0)
+    bool appends = *mode == 'a', empties = *mode == 'w';
+    int flags = (appends ? _O_APPEND : 0) | (appends || empties ? _O_CREAT : 0);
+    FILE *stream = open_stream(path, _O_WRONLY | flags, mode);
+    if (stream == nullptr || !empties || platform_empty(stream))
         return stream;
     fclose(stream);
     errno = EACCES;
     return nullptr;
 }
 
-static bool flush(int file)
+bool platform_write(FILE *file, const char *from, size_t size)
+{
+    return fwrite(from, 1, size, file) == size && fflush(file) == 0;
+}
+
+bool platform_empty(FILE *file)
+{
+    if (is_on_disk(_fileno(file)) && _chsize(_fileno(file), 0) != 0)
+        return false;
+    rewind(file);
+    return true;
+}
+
+static bool sync_to_disk(int file)
 {
     return !is_on_disk(file) || _commit(file) == 0;
 }
 
-bool platform_flush(FILE *file)
+bool platform_sync(FILE *file)
 {
-    return fflush(file) == 0 && flush(_fileno(file));
+    return fflush(file) == 0 && sync_to_disk(_fileno(file));
 }
 
-// Only a file that is open for writing can be flushed.
-bool platform_flush_file(const char *path)
+// Only a file that is open for writing can be synced.
+bool platform_sync_file(const char *path)
 {
-    int file = _open(path, _O_WRONLY | _O_NOINHERIT);
+    int file = windows_open(path, _O_WRONLY);
     if (file < 0)
         return false;
-    bool is_done = flush(file);
+    bool is_done = sync_to_disk(file);
     _close(file);
     return is_done;
-}
-
-// Locks bind everybody here.  The locked byte lies where no file has one, so
-// that the file can be read and written by other ways.
-static void lock(int file, DWORD kind)
-{
-    OVERLAPPED place = {};
-    place.OffsetHigh = 0x7fffffff;
-    LockFileEx(handle_of(file), kind, 0, 1, 0, &place);
-}
-
-intptr_t platform_hold_file(const char *path, bool *is_new)
-{
-    constexpr int flags = _O_RDWR | _O_APPEND | _O_CREAT | _O_NOINHERIT;
-    int file = _open(path, flags | _O_EXCL, _S_IREAD | _S_IWRITE);
-    *is_new = file >= 0;
-    if (file < 0 && errno == EEXIST)
-        file = _open(path, flags, _S_IREAD | _S_IWRITE);
-    if (file >= 0)
-        lock(file, LOCKFILE_EXCLUSIVE_LOCK);
-    return file;
-}
-
-void platform_share(FILE *file)
-{
-    lock(_fileno(file), 0);
-}
-
-void platform_let_go(intptr_t hold)
-{
-    int file = static_cast<int>(hold);
-    OVERLAPPED place = {};
-    place.OffsetHigh = 0x7fffffff;
-    UnlockFileEx(handle_of(file), 0, 1, 0, &place);
-    _close(file);
-}
-
-// A file that is held can't be removed here.  Who holds it next may have written
-// to it meanwhile.
-void platform_let_go_and_remove(intptr_t hold, const char *path)
-{
-    platform_let_go(hold);
-    HANDLE file = CreateFileA(path, GENERIC_READ | DELETE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return;
-    LARGE_INTEGER size;
-    FILE_DISPOSITION_INFO removal = {TRUE};
-    if (GetFileSizeEx(file, &size) && size.QuadPart == 0)
-        SetFileInformationByHandle(file, FileDispositionInfo, &removal, sizeof removal);
-    CloseHandle(file);
 }
 
 static void turn_separators(char *path)
@@ -190,50 +157,44 @@ static bool find_temporary_dir(char (&to)[MAX_PATH])
 }
 
 // The same at every call, whatever becomes of the variables that the system
-// goes by.
+// goes by.  One that was cleaned away is made again.
 bool platform_temporary_dir(char *to, size_t width)
 {
     static char temporary_dir[MAX_PATH];
     if (temporary_dir[0] == '\0' && !find_temporary_dir(temporary_dir))
         temporary_dir[0] = '\0';
+    if (temporary_dir[0] != '\0' && GetFileAttributesA(temporary_dir) == INVALID_FILE_ATTRIBUTES)
+        _mkdir(temporary_dir);
     int length = snprintf(to, width, "%s", temporary_dir);
     return length > 0 && static_cast<size_t>(length) < width;
 }
 
+bool platform_lasting_dir(char *to, size_t width)
+{
+    return platform_temporary_dir(to, width);
+}
+
 // All processes of a user have one directory here, as far as their variables say
-// so.  Where the mutex can't be had, nothing is held.
-intptr_t platform_hold_temporary_dir()
+// so.  Where the mutex can't be had, nothing is locked.
+intptr_t platform_lock_temp_dir()
 {
     char name[MAX_PATH];
     const char *user = getenv("USERNAME");
     snprintf(name, sizeof name, "Global\\vek_cfg_file_%s", user == nullptr ? "" : user);
     HANDLE mutex = CreateMutexA(nullptr, FALSE, name);
-    if (mutex != nullptr)
-        WaitForSingleObject(mutex, INFINITE);
-    return reinterpret_cast<intptr_t>(mutex);
+    if (mutex == nullptr || WaitForSingleObject(mutex, 10000) != WAIT_TIMEOUT)
+        return reinterpret_cast<intptr_t>(mutex);
+    CloseHandle(mutex);
+    return -1;
 }
 
-void platform_let_temporary_dir_go(intptr_t hold)
+void platform_unlock_temp_dir(intptr_t lock)
 {
-    HANDLE mutex = reinterpret_cast<HANDLE>(hold);
+    HANDLE mutex = reinterpret_cast<HANDLE>(lock);
     if (mutex == nullptr)
         return;
     ReleaseMutex(mutex);
     CloseHandle(mutex);
-}
-
-// A new file has the rights of its directory here.
-void platform_create_like(const char *, const char *)
-{
-}
-
-static HANDLE open_for_identity(const char *path, BY_HANDLE_FILE_INFORMATION *identity)
-{
-    HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                              nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (file == INVALID_HANDLE_VALUE || GetFileInformationByHandle(file, identity) == 0)
-        *identity = {};
-    return file;
 }
 
 static void close_if_open(HANDLE file)
@@ -246,8 +207,8 @@ static void close_if_open(HANDLE file)
 bool platform_same_file(const char *first, const char *second)
 {
     BY_HANDLE_FILE_INFORMATION one, other;
-    HANDLE first_file = open_for_identity(first, &one);
-    HANDLE second_file = open_for_identity(second, &other);
+    HANDLE first_file = windows_open_identity(first, &one);
+    HANDLE second_file = windows_open_identity(second, &other);
     close_if_open(first_file);
     close_if_open(second_file);
     return (one.nFileIndexHigh != 0 || one.nFileIndexLow != 0) &&

@@ -91,12 +91,7 @@ int vorn_vek_db_exists(const char *path)
 
 int vek_dir_is_writable(const char *path)
 {
-    char probe[VEK_TBL_PATH_SIZE];
-    if (!text_join(probe, {text_or_empty(path), "/", "tmp_bedwvorn.txt"}) ||
-        !platform_create_file(probe))
-        return 0;
-    remove(probe);
-    return 1;
+    return platform_can_create(text_or_empty(path), "tmp_bedwvorn.txt") ? 1 : 0;
 }
 
 // Add 5 slots if all are taken.

@@ -79,6 +79,7 @@ static bool append(const dflt_kind &kind, const char *file_class, const char *va
     text_copy(record->class_, file_class);
     text_copy(record->value, value);
     record->cfg_index = cfg_index;
+    record->loss_is_reported = false;
     list->entries[list->count++] = record;
     return true;
 }
@@ -93,6 +94,7 @@ static bool set(const dflt_kind &kind, const char *file_class, const char *value
         return append(kind, file_class, value, cfg_index);
     text_copy(record->value, value);
     record->cfg_index = cfg_index;
+    record->loss_is_reported = false;
     return true;
 }
 

@@ -19,18 +19,25 @@ static void warn_of_missing_directory(const vek_db_rec *db, const vek_tbl_rec *t
            cfg_file_of(table->cfg_index));
 }
 
+// Whether the directory is there, or can be made.  Another process may make it at
+// the same moment.
+static bool ensure_dir(const char *path, bool cwd_is_reachable)
+{
+    if ((cwd_is_reachable && platform_can_enter(path)) || platform_make_dir(path))
+        return true;
+    return errno == EEXIST && cwd_is_reachable && platform_can_enter(path);
+}
+
 // Make the directories of the tables whose index is not above the last.  The
 // current directory stays the same meanwhile, so it is looked at once.
 // Result: 1 if one could not be made.
 static int make_directories(const vek_db_rec *db, int last_cfg_index)
 {
     int result = 0;
-    bool may_be_there = db->tbl_count > 0 && can_come_back();
+    bool cwd_is_reachable = db->tbl_count > 0 && can_come_back();
     for (int i = 0; i < db->tbl_count; ++i) {
         const vek_tbl_rec *table = db->tbls[i];
-        if (table->cfg_index > last_cfg_index ||
-            (may_be_there && platform_can_enter(table->full_path)) ||
-            platform_make_dir(table->full_path))
+        if (table->cfg_index > last_cfg_index || ensure_dir(table->full_path, cwd_is_reachable))
             continue;
         warn_of_missing_directory(db, table);
         result = 1;
@@ -101,7 +108,7 @@ static bool make_table_directory(const char *path, const vek_tbl_rec *table)
 {
     char directory[VEK_TBL_PATH_SIZE];
     text_join(directory, {path, "/", table->dir});
-    if (vorn_vek_db_exists(directory) != 0 || platform_make_dir(directory))
+    if (ensure_dir(directory, can_come_back()))
         return true;
     report_no_directory(directory);
     return false;

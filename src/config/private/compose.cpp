@@ -1,0 +1,268 @@
+// The new text of the private file: its old text, brought up to date line by
+// line, or the sections that a new file and a save have.
+
+#include "config/line_reader.h"
+#include "config/private/private.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cstring>
+
+// ---- Sections ----
+
+constexpr size_t section_chunk = 1022; // of a line of the old text
+
+static const char rule[] =
+    "!----------------------------------------------------------------------!\n";
+
+static bool is_personal(int cfg_index)
+{
+    return cfg_index == vek_private_cfg_index;
+}
+
+static void open_section(text_builder *out, const char *title, const char *columns)
+{
+    builder_print(out, "!\n%s! - %s\n%s%s", rule, title, columns, rule);
+}
+
+// Each ENVIRONMENT statement of the old text with the variable's present value.
+// One that can't be written anew stays as it was.
+static void refresh_environment_line(text_builder *out, const char *line, size_t length)
+{
+    char statement[section_chunk + 2];
+    char variable[section_chunk + 2];
+    text_cut(statement, sizeof statement, line);
+    statement[strcspn(statement, "!")] = '\0';
+    const char *rest = statement;
+    bool is_environment = text_is(text_take_word(&rest), "environment");
+    text_copy(variable, text_take_word(&rest));
+    if (!is_environment || text_take_word(&rest).length == 0 ||
+        write_environment(out, variable, "\n"))
+        return;
+    builder_append(out, line, length);
+    if (line[length - 1] != '\n')
+        builder_append(out, "\n", 1);
+}
+
+static void _vek_print_env_section(text_builder *out, write_mode mode, FILE *old)
+{
+    open_section(out, "List of personal environment variables", "");
+    if (mode == WRITE_SAVE) {
+        char line[section_chunk + 2];
+        size_t length = 0;
+        while (old != nullptr &&
+               (length = read_line_chunk(old, line, section_chunk, LINE_TEXT)) > 0)
+            refresh_environment_line(out, line, length);
+        return;
+    }
+    builder_print(out, "! %s\n", "Desired user mode (standard/expert)");
+    builder_print(out, "%-14s%s\n", "ENVIRONMENT", "KLV_VORN_USERMODE        standard");
+}
+
+static void write_personal_databases(text_builder *out)
+{
+    for (int level = 1; level <= db_count(); ++level)
+        if (is_personal(db_at(level)->cfg_index))
+            write_database(out, db_at(level)->name, "\n");
+    write_default(out, "\n");
+}
+
+static void write_first_database(text_builder *out)
+{
+    builder_print(out, "%-13s%-18s$HOME/private.vek\n", "DATABASE", "private");
+    builder_print(out, "%s", "! Example database entry:\n");
+    builder_print(out, "%s", "!DATABASE     proto_2000        /usr/people/ordella/prototype.vek\n");
+    builder_print(out, "%-20s%s\n", "DEFAULT_WRITE_DB", "private");
+}
+
+static void print_order_section(text_builder *out, write_mode mode)
+{
+    const char *search = getenv("KLV_VEK_SEARCH");
+    if (search == nullptr || strcmp(search, "yes") != 0)
+        return;
+    open_section(out, "Desired database search order", "");
+    if (mode == WRITE_SAVE)
+        write_order(out, "\n");
+    else
+        builder_print(out, "%-18sprivate, shared\n", "DATABASE_ORDER");
+}
+
+static void _vek_print_db_section(text_builder *out, write_mode mode)
+{
+    open_section(out, "List of personal database directories",
+                 "!            Database name     Path of Database\n");
+    if (mode == WRITE_SAVE)
+        write_personal_databases(out);
+    else
+        write_first_database(out);
+    print_order_section(out, mode);
+}
+
+// These return the number of statements written.
+static int write_personal_tables(text_builder *out)
+{
+    int count = 0;
+    const vek_db_rec *first = db_at(1);
+    for (int i = 0; first != nullptr && i < first->tbl_count; ++i)
+        if (is_personal(first->tbls[i]->cfg_index) && write_table(out, first->tbls[i]))
+            ++count;
+    return count;
+}
+
+static int write_personal_propfiles(text_builder *out)
+{
+    int count = 0;
+    const vek_dflt_list *list = vek_propfile_defaults;
+    for (int i = 0; list != nullptr && i < list->count; ++i)
+        if (is_personal(list->entries[i]->cfg_index) && write_propfile(out, list->entries[i]))
+            ++count;
+    return count;
+}
+
+static int write_personal_testrigs(text_builder *out)
+{
+    int count = 0;
+    const vek_dflt_list *list = vek_testrig_defaults;
+    for (int i = 0; list != nullptr && i < list->count; ++i)
+        if (is_personal(list->entries[i]->cfg_index) && write_testrig(out, list->entries[i]))
+            ++count;
+    return count;
+}
+
+static void _vek_print_tbl_section(text_builder *out, write_mode mode)
+{
+    open_section(out, "List of personal tables directories",
+                 "!            Type class            Name of table              Extension\n");
+    if (mode == WRITE_SAVE && write_personal_tables(out) > 0)
+        return;
+    builder_print(out, "%s", "! Example table entry:\n");
+    builder_print(out, "%s",
+                  "!TABLE        example               example.tbl                      exa\n");
+}
+
+static void _vek_print_propfile_section(text_builder *out, write_mode mode)
+{
+    open_section(out, "List of personal default property files",
+                 "!            Type class         Default property file\n");
+    if (mode == WRITE_SAVE && write_personal_propfiles(out) > 0)
+        return;
+    builder_print(out, "%s", "! Example property file entry:\n");
+    builder_print(out, "%s", "!PROPFILE     damper            <private>/dampers.tbl/myfile.dpr\n");
+}
+
+static void _vek_print_testrig_section(text_builder *out, write_mode mode)
+{
+    open_section(out, "List of personal default testrigs",
+                 "!            Assembly class        Name of testrig\n");
+    if (mode == WRITE_SAVE && write_personal_testrigs(out) > 0)
+        return;
+    builder_print(out, "%s", "! Example testrig entry:\n");
+    builder_print(out, "%-12s %-18s %s\n", "!TESTRIG", "suspension", ".__MY_TESTRIG");
+}
+
+static void write_sections(text_builder *out, write_mode mode, FILE *old)
+{
+    builder_print(out, "%s! ************  %s Private Configuration File  ************\n%s", rule,
+                  vek_product_string(), rule);
+    _vek_print_env_section(out, mode, old);
+    _vek_print_db_section(out, mode);
+    _vek_print_tbl_section(out, mode);
+    _vek_print_propfile_section(out, mode);
+    _vek_print_testrig_section(out, mode);
+}
+
+// ---- The old text, line by line ----
+
+constexpr size_t merge_chunk = 255;
+
+struct merge_state {
+    text_builder *out;
+    const char *inserted; // the database to name before the first one; null if none or done
+    const char *removed;  // the database whose lines become comments; null if none
+    const char *default_line_ending;
+};
+
+static const char *line_ending(const char *line, size_t length, const char *other)
+{
+    if (length == 0 || line[length - 1] != '\n')
+        return other;
+    return length > 1 && line[length - 2] == '\r' ? "\r\n" : "\n";
+}
+
+// That of the first line, for chunks that have none of their own.  False if the
+// text could not be read from its beginning again.
+static bool find_line_ending(FILE *file, const char **ending)
+{
+    char line[merge_chunk + 2];
+    size_t length = 0;
+    *ending = nullptr;
+    while (*ending == nullptr &&
+           (length = read_line_chunk(file, line, merge_chunk, LINE_BYTES)) > 0)
+        *ending = line_ending(line, length, nullptr);
+    if (*ending == nullptr)
+        *ending = "\n";
+    return fseek(file, 0, SEEK_SET) == 0;
+}
+
+static void insert_database(merge_state *state, const char *end)
+{
+    if (state->inserted != nullptr)
+        write_database(state->out, state->inserted, end);
+    state->inserted = nullptr;
+}
+
+static void mark_removed(const merge_state *state, text_span name)
+{
+    if (state->removed != nullptr && name.length > 0 && name.length == strlen(state->removed) &&
+        memcmp(name.start, state->removed, name.length) == 0)
+        builder_append(state->out, "! ", 2);
+}
+
+static bool write_variable(const merge_state *state, text_span name, const char *end)
+{
+    char variable[merge_chunk + 1];
+    text_copy(variable, name);
+    return write_environment(state->out, variable, end);
+}
+
+// Whether something else was written in the line's place.
+static bool replace_line(merge_state *state, const char *line, size_t length)
+{
+    const char *rest = line;
+    const char *end = line_ending(line, length, state->default_line_ending);
+    text_span keyword = text_take_word(&rest);
+    text_span operand = text_take_word(&rest);
+    if (text_is(keyword, "database")) {
+        insert_database(state, end);
+        mark_removed(state, operand);
+        return false;
+    }
+    if (text_is(keyword, "database_order")) {
+        write_order(state->out, end);
+        return true;
+    }
+    if (text_is(keyword, "default_write_db"))
+        return write_default(state->out, end);
+    return text_is(keyword, "environment") && write_variable(state, operand, end);
+}
+
+bool compose_text(text_builder *out, FILE *old, write_mode mode, const char *name)
+{
+    if (mode == WRITE_TEMPLATE || mode == WRITE_SAVE) {
+        write_sections(out, mode, old);
+        return old == nullptr || ferror(old) == 0;
+    }
+    name = *name == '\0' ? nullptr : name;
+    merge_state state = {out, mode == WRITE_ADDED ? name : nullptr,
+                         mode == WRITE_REMOVED ? name : nullptr, ""};
+    char line[merge_chunk + 2];
+    size_t length = 0;
+    if (old == nullptr)
+        return true;
+    if (!find_line_ending(old, &state.default_line_ending))
+        return false;
+    while ((length = read_line_chunk(old, line, merge_chunk, LINE_BYTES)) > 0)
+        if (!replace_line(&state, line, length))
+            builder_append(out, line, length);
+    return ferror(old) == 0;
+}

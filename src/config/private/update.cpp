@@ -1,0 +1,105 @@
+// Creating, updating and saving the user's private configuration file.
+//
+// Under the name of the file stands its old text or its new one, whole, at every
+// moment: for whoever reads it, and after a kill, a full disk or a power cut.
+
+#include "config/config.h"
+#include "config/private/private.h"
+#include "host/hsk.h"
+#include "text/text.h"
+
+#include <cstdlib>
+#include <cstring>
+
+// Returns 1 if the file has been written, else 0.
+static int update(private_update *now)
+{
+    constexpr int most_tries = 5;
+    update_result result = UPDATE_AGAIN;
+    for (int tries = 0; result == UPDATE_AGAIN && tries < most_tries; ++tries) {
+        result = NOT_UPDATED;
+        if (!lock_file(now)) {
+            // else another process's change could be lost
+        } else if (is_there_already(now)) {
+            result = UPDATED;
+        } else if (back_up(now) &&   // what the user can return to
+                   save_copy(now)) { // what the new text is made from
+            bool is_whole = compose_text(&now->text, now->old, now->mode, now->name);
+            if (write_new_file(now, is_whole)) // beside the old one, and on the disk
+                result = replace(now);         // in one step, unless the old one has changed
+        }
+        remove_copies(now);
+        unlock_file(now);
+    }
+    if (result == UPDATE_AGAIN)
+        report_failure(now, "Another program keeps changing it");
+    return result == UPDATED ? 1 : 0;
+}
+
+static write_mode mode_of(const char *tag)
+{
+    static const struct {
+        const char *tag;
+        write_mode mode;
+    } modes[] = {{"vek_chk_cfg_files", WRITE_TEMPLATE},
+                 {"vorn_sav_cfg", WRITE_SAVE},
+                 {"vorn_vek_db_add", WRITE_ADDED},
+                 {"vorn_vek_db_remove", WRITE_REMOVED}};
+    for (const auto &known : modes)
+        if (vek_strcasecmp(tag, known.tag) == 0)
+            return known.mode;
+    return WRITE_UPDATED;
+}
+
+// The texts are copied: they may lie in buffers that naming a file overwrites.
+// Without a path it is that of the user's file.
+static void start_update(private_update *now, const char *path, write_mode mode, const char *name)
+{
+    *now = {};
+    now->lock = -1;
+    now->mode = mode;
+    text_copy(now->name, text_or_empty(name));
+    if (path != nullptr)
+        text_copy(now->path, path);
+    else
+        vek_private_cfg_path(now->path);
+}
+
+int _vek_print_cfg_file(const char *tag, const char *path, const char *name)
+{
+    private_update now;
+    start_update(&now, path, mode_of(tag), name);
+    now.only_creates = now.mode == WRITE_TEMPLATE;
+    return update(&now);
+}
+
+int vorn_wrt_cfg(const char *tag, const char *name)
+{
+    const char *wish = getenv("KLV_UPDATE_CFG");
+    if (wish != nullptr && strcmp(wish, "no") == 0)
+        return 1;
+    private_update now;
+    start_update(&now, nullptr, mode_of(tag), name);
+    now.backup = BACKUP_SILENT;
+    return update(&now);
+}
+
+int vorn_sav_cfg()
+{
+    private_update now;
+    start_update(&now, nullptr, WRITE_SAVE, nullptr);
+    switch (vc_alert("alert",
+                     "Private configuration file will be modified\n"
+                     "             Choose write mode",
+                     "Overwrite", "Backup", "Cancel", 2)) {
+    case 1:
+        return update(&now);
+    case 2:
+        now.backup = BACKUP_VERBOSE;
+        return update(&now);
+    case 3:
+        return -1;
+    default:
+        return 0;
+    }
+}

@@ -1,0 +1,290 @@
+#include "platform/durable.h"
+#include "platform/platform.h"
+#include "platform/posix_open.h"
+#include "text/text.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#ifdef __linux__
+#include <sys/xattr.h>
+#endif
+
+// ---- Locks ----
+
+static long milliseconds()
+{
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<long>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+}
+
+static void rest_for(long duration)
+{
+    timespec pause = {0, duration * 1000000};
+    nanosleep(&pause, nullptr);
+}
+
+// This kind of lock belongs to the open file, so that it outlives the closing
+// of the same file by other ways.  Only another's lock is waited for: a system
+// that knows none, or has no more of them, gives another reason.
+static bool lock(int file, long deadline)
+{
+    for (long pause = 1; flock(file, LOCK_EX | LOCK_NB) != 0; pause = pause < 32 ? 2 * pause : 50) {
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return true;
+        if (milliseconds() >= deadline)
+            return false;
+        rest_for(pause);
+    }
+    return true;
+}
+
+// Whether the path leads elsewhere now than to the open file.
+static bool was_replaced(const char *path, int file)
+{
+    struct stat one, other;
+    if (stat(path, &one) != 0)
+        return errno == ENOENT;
+    return fstat(file, &other) == 0 && (one.st_dev != other.st_dev || one.st_ino != other.st_ino);
+}
+
+intptr_t platform_lock_file(const char *path)
+{
+    const long deadline = milliseconds() + 10000;
+    for (;;) {
+        bool is_regular = false;
+        int file = posix_open_to_write(path, O_APPEND, &is_regular);
+        if (file < 0)
+            return -1;
+        if (!lock(file, deadline)) {
+            close(file);
+            errno = ETIMEDOUT;
+            return -1;
+        }
+        if (!was_replaced(path, file))
+            return file;
+        platform_unlock(file);
+    }
+}
+
+// A child that another thread has forked meanwhile would hold on to the lock.
+void platform_unlock(intptr_t lock)
+{
+    int file = static_cast<int>(lock);
+    flock(file, LOCK_UN);
+    close(file);
+}
+
+// ---- What a path leads to ----
+
+bool platform_file_state(const char *path, file_state *state)
+{
+    struct stat status;
+    *state = {};
+    if (stat(path, &status) != 0)
+        return false;
+    if (!S_ISREG(status.st_mode)) // a device has no text, and others write to it
+        return true;
+    *state = {status.st_dev,
+              status.st_ino,
+              static_cast<uint64_t>(status.st_size),
+              {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec,
+               status.st_ctim.tv_nsec}};
+    return true;
+}
+
+bool platform_same_state(const file_state *first, const file_state *second)
+{
+    return memcmp(first, second, sizeof *first) == 0;
+}
+
+// The length of the directory part of a path, with its "/".
+static int dir_length(const char *path)
+{
+    const char *last = strrchr(path, '/');
+    return last == nullptr ? 0 : static_cast<int>(last - path) + 1;
+}
+
+// A link to a relative path starts at the link's own directory.
+bool platform_follow_links(const char *path, char *to, size_t size)
+{
+    char target[PATH_MAX];
+    if (!text_copy(to, size, path))
+        return false;
+    for (int left = 40; left > 0; --left) { // as many as the system follows
+        ssize_t length = readlink(to, target, sizeof target - 1);
+        if (length < 0)
+            return true;
+        target[length] = '\0';
+        to[target[0] == '/' ? 0 : dir_length(to)] = '\0';
+        if (!text_append(to, size, target))
+            return false;
+    }
+    errno = ELOOP;
+    return false;
+}
+
+// ---- New files ----
+
+// Whether a file has an access list or attributes of its user's, which stay
+// with the file when another takes its place.
+static bool has_attributes(const char *path)
+{
+#ifdef __linux__
+    char names[4096];
+    ssize_t length = listxattr(path, names, sizeof names);
+    if (length < 0)
+        return errno == ERANGE;
+    for (const char *name = names; name < names + length; name += strlen(name) + 1)
+        if (text_begins(name, "user.") || strcmp(name, "system.posix_acl_access") == 0)
+            return true;
+#endif
+    (void)path;
+    return false;
+}
+
+// Numbers tell apart the files of threads, and those that killed processes have
+// left from ours.
+static int create_unique(new_file *made, const char *path, mode_t mode)
+{
+    int file = -1;
+    errno = EEXIST;
+    for (int number = 0; file < 0 && errno == EEXIST && number < 1000; ++number) {
+        int length = snprintf(made->path, sizeof made->path, "%.*s.vek-%ld-%d", dir_length(path),
+                              path, static_cast<long>(getpid()), number);
+        if (length >= static_cast<int>(sizeof made->path))
+            errno = ENAMETOOLONG;
+        else
+            file = posix_open(made->path, O_WRONLY | O_CREAT | O_EXCL, mode);
+    }
+    if (file < 0)
+        made->path[0] = '\0';
+    return file;
+}
+
+// A file of one's own for that of a group is as private as for anybody else.
+static mode_t private_mode(mode_t mode, bool has_owner, bool has_list)
+{
+    if (has_list)
+        mode &= 0700;
+    if (!has_owner)
+        mode = (mode & 0700) | (mode & 7) * 011;
+    return (mode & 0777) | S_IWUSR;
+}
+
+// Whether the file has the mode and owner now that its kind asks for.
+static bool set_owner_and_mode(int file, new_file_kind kind, const struct stat *like, bool has_list)
+{
+    struct stat own;
+    if (fstat(file, &own) != 0)
+        return false;
+    bool has_owner = (own.st_uid == like->st_uid && own.st_gid == like->st_gid) ||
+                     fchown(file, like->st_uid, like->st_gid) == 0;
+    if (kind == NEW_FILE_PRIVATE) {
+        fchmod(file, private_mode(like->st_mode, has_owner, has_list)); // else it is more private
+        return true;
+    }
+    if (has_owner && fchmod(file, like->st_mode & 07777) == 0)
+        return true;
+    errno = EPERM;
+    return false;
+}
+
+bool platform_create_beside(new_file *made, const char *path, new_file_kind kind, const char *like,
+                            const char *)
+{
+    struct stat status = {};
+    *made->path = '\0';
+    made->stream = nullptr;
+    if (kind != NEW_FILE && stat(like, &status) != 0)
+        return false;
+    bool has_list = kind != NEW_FILE && has_attributes(like);
+    bool is_one_of_many = !S_ISREG(status.st_mode) || status.st_nlink > 1 || has_list;
+    if (kind == NEW_FILE_EXACT && is_one_of_many) {
+        errno = EPERM;
+        return false;
+    }
+    int file = create_unique(made, path, kind == NEW_FILE ? 0666 : 0600);
+    if (file < 0)
+        return false;
+    if (kind == NEW_FILE || set_owner_and_mode(file, kind, &status, has_list))
+        made->stream = fdopen(file, "w");
+    if (made->stream == nullptr) {
+        int reason = errno;
+        close(file);
+        platform_discard(made);
+        errno = reason;
+    }
+    return made->stream != nullptr;
+}
+
+// What has been synced is safe whatever becomes of the closing; an interrupted
+// one is not repeated.
+bool platform_finish(new_file *made)
+{
+    if (!platform_sync(made->stream))
+        return false;
+    FILE *stream = made->stream;
+    made->stream = nullptr;
+    return (fclose(stream) == 0 || errno == EINTR) && platform_sync_dir_of(made->path);
+}
+
+bool platform_replace(new_file *made, const char *path)
+{
+    int result = -1;
+    do
+        result = rename(made->path, path);
+    while (result != 0 && errno == EINTR);
+    if (result == 0)
+        *made->path = '\0';
+    return result == 0;
+}
+
+bool platform_place(new_file *made, const char *path)
+{
+    if (!platform_rename(made->path, path))
+        return false;
+    *made->path = '\0';
+    return true;
+}
+
+void platform_discard(new_file *made)
+{
+    int reason = errno;
+    if (made->stream != nullptr)
+        fclose(made->stream);
+    if (*made->path != '\0')
+        unlink(made->path);
+    made->stream = nullptr;
+    *made->path = '\0';
+    errno = reason;
+}
+
+bool platform_must_overwrite()
+{
+    return errno == EACCES || errno == EPERM || errno == EROFS || errno == EBUSY ||
+           errno == EXDEV || errno == ENAMETOOLONG;
+}
+
+// A directory that may not be listed can't be opened for this.
+bool platform_sync_dir_of(const char *path)
+{
+    char dir[PATH_MAX];
+    int length = dir_length(path);
+    snprintf(dir, sizeof dir, "%.*s", length == 0 ? 1 : length, length == 0 ? "." : path);
+    int file = posix_open(dir, O_RDONLY | O_DIRECTORY);
+    if (file < 0)
+        return errno == EACCES;
+    bool is_done = posix_sync(file);
+    int reason = errno;
+    close(file);
+    errno = reason;
+    return is_done;
+}

@@ -1,0 +1,16 @@
+// What the sources for POSIX share.
+
+#pragma once
+
+#include <sys/types.h>
+
+// As open, in spite of signals, and closed in programs that the process becomes.
+// A descriptor of a closed standard stream is not used: what is printed there
+// later would go into the file.  A lease of a file server that keeps a regular
+// file from being opened without blocking is waited for.
+int posix_open(const char *path, int flags, mode_t mode = 0);
+// The same for writing.  A pipe does not open (ENXIO).
+int posix_open_to_write(const char *path, int flags, bool *is_regular);
+
+// As fsync, in spite of signals; true also where there is nothing to sync.
+bool posix_sync(int file);

@@ -1,0 +1,23 @@
+// Text that grows as it is written.
+
+#pragma once
+
+#include <cstddef>
+
+#ifdef __GNUC__
+#define BUILDER_FORMAT(place, first) __attribute__((format(printf, place, first)))
+#else
+#define BUILDER_FORMAT(place, first)
+#endif
+
+// All zero at first.  `is_cut` says that memory ran out, and errno was ENOMEM.
+struct text_builder {
+    char *bytes;
+    size_t length;
+    size_t capacity;
+    bool is_cut;
+};
+
+void builder_append(text_builder *text, const char *bytes, size_t length);
+void builder_print(text_builder *text, const char *format, ...) BUILDER_FORMAT(2, 3);
+void builder_release(text_builder *text);
