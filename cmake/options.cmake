@@ -10,11 +10,31 @@ if(VEK_SANITIZE)
   target_link_options(vek_warnings INTERFACE -fsanitize=address,undefined)
 endif()
 
+# A bug that nobody has found yet ends the process rather than let it be taken
+# over.  The checkers have their own ways.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection VEK_HAS_CF_PROTECTION)
+add_library(vek_hardening INTERFACE)
+if(NOT VEK_SANITIZE)
+  set(optimized $<CONFIG:Release,RelWithDebInfo,MinSizeRel>)
+  target_compile_options(
+    vek_hardening INTERFACE -fstack-protector-strong
+                            $<$<BOOL:${VEK_HAS_CF_PROTECTION}>:-fcf-protection>)
+  target_compile_definitions(vek_hardening INTERFACE $<${optimized}:_FORTIFY_SOURCE=2>)
+  if(WIN32)
+    target_link_options(vek_hardening INTERFACE
+                        -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+    target_link_libraries(vek_hardening INTERFACE -l:libssp.a) # else there is one DLL more
+  else()
+    target_link_options(vek_hardening INTERFACE -Wl,-z,relro,-z,now)
+  endif()
+endif()
+
 add_library(vek_library_rules INTERFACE)
 target_compile_options(vek_library_rules INTERFACE -fno-exceptions -fno-rtti
                                                    -fno-threadsafe-statics
                                                    --include=platform/banned.h)
-target_link_libraries(vek_library_rules INTERFACE vek_warnings)
+target_link_libraries(vek_library_rules INTERFACE vek_warnings vek_hardening)
 
 if(VEK_FUZZ)
   target_compile_options(vek_library_rules INTERFACE -fsanitize=fuzzer-no-link
