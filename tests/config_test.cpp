@@ -65,6 +65,7 @@ TEST_F(Reader, KeepsToItsLineLimitAndCountsLines)
            "> ERROR: Syntax error in line 1 of cfg_file 't.cfg':\n"
            "> ERROR:   Line exceeds MAX number of characters 267\n");
     expect(std::string("DATABASE x\0 y\nDATABASE", 22), 0, 1, bad(1) + bad(2));
+    expect("X\x1a\r\r\nDATABASE\r\r\n\x1a", 0, 1, bad(2)); // on every system
     expect(std::string(267, ' ') + "DATABASE\nDATABASE", 0, 1, bad(2) + bad(3));
     const std::string deep = std::string(120, 'd') + "/" + std::string(130, 'e') + "/t.cfg";
     expect("DATABASE", 0, 1, bad(1, deep), deep); // whole

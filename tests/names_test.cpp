@@ -107,6 +107,9 @@ TEST_F(Names, AreSearchedFor)
     EXPECT_STREQ(vorn_vek_input2tblpth(const_cast<char *>(own)), "<private>/dampers.tbl/a.dpr");
     own = vorn_vek_input2full(Text("<none>/x/c.dpr"));
     EXPECT_EQ(search(const_cast<char *>(own), 2), "i/x.vek/dampers.tbl/c.dpr");
+    own = vorn_vek_input2file(Text("x"));
+    write_file("u/private.vek/dampers.tbl/.dpr");
+    EXPECT_EQ(search(Text(""), 1) + own, "");
 }
 
 TEST_F(Names, SharedHasTwoPlacesInOneProduct)

@@ -5,11 +5,9 @@
 #include "support/child.h"
 #include "support/scratch.h"
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -59,23 +57,6 @@ TEST_F(OddFiles, AreNoDatabases)
         EXPECT_EQ(current_dir(), home) << row[0];
     }
     EXPECT_EQ(read_file("file"), "text");
-}
-
-TEST_F(OddFiles, MayVanishWhileTheyAreTested)
-{
-    pid_t other = fork();
-    while (other == 0)
-        if (mkdir("dir", 0777) == 0)
-            rmdir("dir");
-    int found = 0;
-    for (int i = 0; i < 3000; ++i) {
-        found += vorn_vek_db_exists("dir") + vek_dir_is_writable("dir");
-        ASSERT_EQ(current_dir(), home);
-    }
-    kill(other, SIGKILL);
-    waitpid(other, nullptr, 0);
-    fs::remove_all("dir");
-    EXPECT_TRUE(found > 0 && found < 6000) << found;
 }
 
 // The current directory has been removed, or is out of reach by its path.

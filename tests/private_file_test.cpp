@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <regex>
 #include <sstream>
+#include <tuple>
 
 static const char file[] = ".vorn.cfg";
 static const char backup[] = ".vorn.cfq";
@@ -84,8 +85,9 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
     write_file(file, "DATABASE x");
     EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1); // which no database has
     EXPECT_EQ(read_file(file), "DATABASE     %n                 %n\nDATABASE x");
-    for (const std::string &name : {std::string("a\nTABLE b"), std::string(" \t"), xs(268),
-                                    std::string("%n "), std::string()}) { // what no statement can hold
+    for (const std::string &name :
+         {std::string("a\nTABLE b"), std::string(" \t"), xs(268), std::string("%n "),
+          std::string()}) { // what no statement can hold
         write_file(file, "DATABASE x");
         EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", name.c_str()), 1);
         EXPECT_EQ(read_file(file), "DATABASE x");
@@ -134,10 +136,14 @@ TEST_F(PrivateFile, StartsFromATemplate)
         EXPECT_EQ(_vek_print_cfg_file("VEK_chk_cfg_files", whole.c_str(), nullptr), 1);
         EXPECT_EQ(read_text(whole), whole_text(whole));
     }
-    // What another process has written meanwhile is left alone.
-    write_file("other.cfg", "x");
-    EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", "other.cfg", nullptr), 1);
-    EXPECT_EQ(read_file("other.cfg"), "x");
+    // What another process has written meanwhile is left alone by a start.
+    write_file(file, "x");
+    EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", file, nullptr), 1);
+    EXPECT_EQ(read_file(file), "x");
+    EXPECT_EQ(vorn_wrt_cfg("vek_chk_cfg_files", nullptr), 1);
+    EXPECT_EQ(read_text(file), whole_text("template order"));
+    EXPECT_EQ(read_file(backup), "x");
+    std::filesystem::remove(file);
 
     set_product("vorn");
     set("KLV_VORN", "inst");
@@ -204,12 +210,80 @@ TEST_F(PrivateFile, IsSavedAsTheUserAnswers)
         EXPECT_EQ(read_text(file), writes ? at_home(whole_text("bare")) : old_text);
         EXPECT_EQ(read_file(backup), answer == 2 ? old_text : "");
     }
-    std::filesystem::remove(file);
+    // A backup that an update leaves alone, and one that the user has asked for.
+    write_file(file);
+    write_file(backup, "older");
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+    EXPECT_EQ(read_file(backup), "older");
     host::answer = 2;
+    EXPECT_EQ(vorn_sav_cfg(), 1);
+    EXPECT_EQ(said() + read_file(backup), told);
+    std::filesystem::remove(file);
+    std::filesystem::remove(backup);
     EXPECT_EQ(vorn_sav_cfg(), 1); // there is nothing to back up
     EXPECT_EQ(said(), "");
     EXPECT_FALSE(std::filesystem::exists(backup));
     EXPECT_EQ(read_file(file).find("a value"), std::string::npos);
+}
+
+TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
+{
+    start();
+    write_file("x.dpr");
+    write_file("a b.dpr");
+    auto lost = [](const std::string &what) {
+        return "> WARNING: " + what +
+               " cannot be kept in the private cfg file; it is known in this session only.\n";
+    };
+    for (const auto &[name, path, line] :
+         std::vector<std::tuple<std::string, std::string, std::string>>{
+             {"a!b", "p", ""},
+             {"a,b", "p", "DATABASE     a,b                p\n"},
+             {"c", "p!q", ""},
+             {"d", xs(234), "DATABASE     d                  " + xs(234) + "\n"},
+             {"e", xs(235), "DATABASE e " + xs(235) + "\n"},
+             {"f", xs(255), "DATABASE f " + xs(255) + "\n"},
+             {"two", xs(255), ""}}) {
+        write_file(file, "DATABASE x\n");
+        EXPECT_EQ(vorn_vek_db_add(name.c_str(), path.c_str(), 1), 0);
+        EXPECT_EQ(said(), line.empty() ? lost("Database '" + name + "'") : "") << name;
+        EXPECT_EQ(read_file(file), line + "DATABASE x\n");
+    }
+    EXPECT_EQ(vorn_vek_set_write_default("c"), 0);
+    EXPECT_EQ(vorn_vek_set_def_propfile("damper", Text("x.dpr")), 1); // by no alias
+    EXPECT_EQ(vorn_vek_set_def_propfile("spring", Text(home + "/a b.dpr")), 1);
+    EXPECT_EQ(vorn_vek_set_def_testrig("tyre", "two words"), 1);
+    EXPECT_EQ(vorn_vek_set_def_testrig("two words", "rig"), 1);
+    add_table("a!b a.tbl a", vek_private_cfg_index);
+    set("KLV_VEK_SEARCH", "yes");
+    write_file(file, "ENVIRONMENT NONE x\r\nENVIRONMENT NONE y");
+    host::answer = 1;
+    for (bool first : {true, false}) {
+        EXPECT_EQ(vorn_sav_cfg(), 1);
+        EXPECT_EQ(said(),
+                  first
+                      ? lost("Table of class 'a!b'") + lost("Property file of class 'damper'") +
+                            lost("Property file of class 'spring'") +
+                            lost("Test rig of class 'tyre'") + lost("Test rig of class 'two words'")
+                      : "");
+    }
+    std::string statements;
+    std::istringstream lines(read_text(file));
+    for (std::string line; std::getline(lines, line);)
+        statements += line[0] == '!' ? "" : line + "\n";
+    EXPECT_EQ(statements, at_home("ENVIRONMENT NONE x\nENVIRONMENT NONE y\n"
+                                  "DATABASE f " +
+                                  xs(255) + "\nDATABASE e " + xs(235) +
+                                  "\n"
+                                  "DATABASE     d                  " +
+                                  xs(234) +
+                                  "\n"
+                                  "DATABASE     a,b                p\n"
+                                  "DATABASE     private            HOME/private.vek\n"
+                                  "DATABASE_ORDER    f, e, d, vorn_shared, private\n"));
+    EXPECT_EQ(vorn_vek_set_def_testrig("tyre", "more words"), 1);
+    EXPECT_EQ(vorn_sav_cfg(), 1);
+    EXPECT_EQ(said(), lost("Test rig of class 'tyre'")); // another one
 }
 
 TEST_F(PrivateFile, TellsWhyItIsNotUpdated)

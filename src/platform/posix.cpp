@@ -22,12 +22,13 @@ bool platform_can_enter(const char *path)
 {
     char itself[PATH_MAX];
     struct stat status;
-    return *path != '\0' && text_join(itself, {path, "/."}) && stat(itself, &status) == 0;
+    return *path != '\0' && text_join(itself, {path, "/."}) &&
+           posix_retry([&] { return stat(itself, &status); }) == 0;
 }
 
 bool platform_make_dir(const char *path)
 {
-    return mkdir(path, 0777) == 0;
+    return posix_retry([&] { return mkdir(path, 0777); }) == 0;
 }
 
 // Opening without blocking keeps a pipe without a writer from holding the
@@ -55,11 +56,7 @@ static bool is_endless_device(int file)
     char first;
     if (fstat(file, &status) != 0 || !S_ISCHR(status.st_mode) || isatty(file) != 0)
         return false;
-    ssize_t length = -1;
-    do
-        length = read(file, &first, 1);
-    while (length < 0 && errno == EINTR);
-    return length == 1;
+    return posix_retry([&] { return read(file, &first, 1); }) == 1;
 }
 
 FILE *platform_open_to_read(const char *path)
@@ -100,7 +97,7 @@ static bool create_file(const char *path)
 {
     constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOFOLLOW;
     int file = posix_open(path, flags, 0666);
-    if (file < 0 && errno == ELOOP && unlink(path) == 0)
+    if (file < 0 && errno == ELOOP && platform_remove_file(path))
         file = posix_open(path, flags, 0666);
     if (file < 0)
         return false;
@@ -122,7 +119,7 @@ bool platform_can_create(const char *dir, const char *name)
     if (!text_join(path, {dir, "/", name}))
         return false;
     if (create_file(path)) {
-        unlink(path);
+        platform_remove_file(path);
         return true;
     }
     return may_be_of_another_user(path) && faccessat(AT_FDCWD, dir, W_OK | X_OK, AT_EACCESS) == 0;
@@ -150,22 +147,18 @@ FILE *platform_open_to_write(const char *path, const char *mode)
 bool platform_write(FILE *file, const char *from, size_t size)
 {
     while (size > 0) {
-        ssize_t length = write(fileno(file), from, size);
-        if (length < 0 && errno != EINTR)
+        ssize_t length = posix_retry([&] { return write(fileno(file), from, size); });
+        if (length < 0)
             return false;
-        size_t written = length < 0 ? 0 : static_cast<size_t>(length);
-        from += written;
-        size -= written;
+        from += length;
+        size -= static_cast<size_t>(length);
     }
     return true;
 }
 
 bool platform_empty(FILE *file)
 {
-    int result = -1;
-    do
-        result = ftruncate(fileno(file), 0);
-    while (result != 0 && errno == EINTR);
+    int result = posix_retry([&] { return ftruncate(fileno(file), 0); });
     if (result != 0 && errno != EINVAL) // which a device gives, as it has no length
         return false;
     lseek(fileno(file), 0, SEEK_SET);
@@ -263,7 +256,7 @@ bool platform_same_file(const char *first, const char *second)
 
 bool platform_remove_file(const char *path)
 {
-    return unlink(path) == 0;
+    return posix_retry([&] { return unlink(path); }) == 0;
 }
 
 // The file itself in other letters, on a file system that folds case.
@@ -280,17 +273,19 @@ bool platform_rename(const char *old_path, const char *new_path)
     if (differ_in_case_alone(old_path, new_path))
         return rename(old_path, new_path) == 0; // not reached: no file system of ours folds case
 #ifdef RENAME_NOREPLACE
-    if (renameat2(AT_FDCWD, old_path, AT_FDCWD, new_path, RENAME_NOREPLACE) == 0)
+    if (posix_retry([&] {
+            return renameat2(AT_FDCWD, old_path, AT_FDCWD, new_path, RENAME_NOREPLACE);
+        }) == 0)
         return true;
     if (errno != EINVAL && errno != ENOSYS)
         return false; // else this file system does not know how
 #endif
-    if (link(old_path, new_path) == 0)
-        return unlink(old_path) == 0;
+    if (posix_retry([&] { return link(old_path, new_path); }) == 0)
+        return platform_remove_file(old_path);
     struct stat status;
     if (errno == EEXIST || lstat(new_path, &status) == 0) {
         errno = EEXIST;
         return false;
     }
-    return rename(old_path, new_path) == 0;
+    return posix_retry([&] { return rename(old_path, new_path); }) == 0;
 }

@@ -88,7 +88,7 @@ bool platform_file_state(const char *path, file_state *state)
 {
     struct stat status;
     *state = {};
-    if (stat(path, &status) != 0)
+    if (posix_retry([&] { return stat(path, &status); }) != 0)
         return false;
     if (!S_ISREG(status.st_mode)) // a device has no text, and others write to it
         return true;
@@ -238,13 +238,10 @@ bool platform_finish(new_file *made)
 
 bool platform_replace(new_file *made, const char *path)
 {
-    int result = -1;
-    do
-        result = rename(made->path, path);
-    while (result != 0 && errno == EINTR);
-    if (result == 0)
-        *made->path = '\0';
-    return result == 0;
+    if (posix_retry([&] { return rename(made->path, path); }) != 0)
+        return false;
+    *made->path = '\0';
+    return true;
 }
 
 bool platform_place(new_file *made, const char *path)
@@ -261,7 +258,7 @@ void platform_discard(new_file *made)
     if (made->stream != nullptr)
         fclose(made->stream);
     if (*made->path != '\0')
-        unlink(made->path);
+        platform_remove_file(made->path);
     made->stream = nullptr;
     *made->path = '\0';
     errno = reason;

@@ -14,11 +14,9 @@ static bool is_regular(const char *path)
 static int open_retrying(const char *path, int flags, mode_t mode)
 {
     for (;;) {
-        int file = open(path, flags, mode);
-        if (file >= 0 || (errno != EINTR && errno != EAGAIN))
+        int file = posix_retry([&] { return open(path, flags, mode); });
+        if (file >= 0 || errno != EAGAIN)
             return file;
-        if (errno == EINTR)
-            continue;
         if ((flags & O_NONBLOCK) == 0 || !is_regular(path)) {
             errno = EAGAIN;
             return -1;
@@ -58,9 +56,6 @@ int posix_open_to_write(const char *path, int flags, bool *is_regular)
 
 bool posix_sync(int file)
 {
-    int result = -1;
-    do
-        result = fsync(file);
-    while (result != 0 && errno == EINTR);
-    return result == 0 || errno == EINVAL || errno == ENOTSUP || errno == EROFS;
+    return posix_retry([&] { return fsync(file); }) == 0 || errno == EINVAL || errno == ENOTSUP ||
+           errno == EROFS;
 }

@@ -2,7 +2,17 @@
 
 #pragma once
 
+#include <cerrno>
 #include <sys/types.h>
+
+// The result of a system call that is made again when a signal interrupts it.
+template <typename Call> auto posix_retry(const Call &call)
+{
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
 
 // As open, in spite of signals, and closed in programs that the process becomes.
 // A descriptor of a closed standard stream is not used: what is printed there

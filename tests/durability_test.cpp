@@ -1,0 +1,337 @@
+// What is left of the user's private file after power cuts, full disks, signals
+// and neighbours: the order of the calls that an update makes, and what it does
+// when they are refused.
+
+#include "platform/durable.h"
+#include "support/child.h"
+#include "support/scratch.h"
+#include "support/system_calls.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+static const char file[] = ".vorn.cfg";
+static const char backup[] = ".vorn.cfq";
+constexpr uid_t other_user = 65534;
+
+class Durability : public Scratch {
+  protected:
+    Durability()
+    {
+        end_in(60); // whatever waits for another
+        start_session();
+        host::printed();
+    }
+    ~Durability() override
+    {
+        calls::refuse = nullptr;
+        host::when_print = nullptr;
+        end_in(0);
+    }
+    std::string path_of(const std::string &name)
+    {
+        return home + "/" + name;
+    }
+    // The lines of an update whose text does not fit on the disk.
+    std::string unwritten(const std::string &reason)
+    {
+        return "> ERROR: Private cfg file " + path_of(file) + " could not be written: " + reason +
+               "\n";
+    }
+};
+
+// The result and the lines of an update.
+static std::string update_with_lines()
+{
+    std::string result = std::to_string(vorn_wrt_cfg("x", nullptr));
+    return result + said();
+}
+
+static void see_calls()
+{
+    calls::made.clear();
+    calls::refuse = [](const std::string &) { return 0; };
+}
+
+static const std::string dir_of(const std::string &path)
+{
+    return path.substr(0, path.rfind('/'));
+}
+
+// The last place of a call among the first `end`; -1 if it is not there.
+static int last_of(const std::string &call, int end)
+{
+    while (--end >= 0 && calls::made[(size_t)end] != call)
+        continue;
+    return end;
+}
+
+static bool is_synced(const std::string &path, int since, int end)
+{
+    return last_of("fsync " + path, end) > std::max(last_of("write " + path, end), since);
+}
+
+// Nothing takes the place of a file before it is on the disk with its name, and
+// the new name is on the disk before the operation ends.
+static int check_replacements()
+{
+    int count = 0;
+    const int end = (int)calls::made.size();
+    for (int i = 0; i < end; ++i) {
+        const std::string &call = calls::made[(size_t)i];
+        const size_t space = call.rfind(' ');
+        if (!call.starts_with("rename "))
+            continue;
+        const std::string from = call.substr(7, space - 7), to = call.substr(space + 1);
+        EXPECT_TRUE(is_synced(from, -1, i)) << call;
+        EXPECT_TRUE(is_synced(dir_of(from), last_of("open " + from, i), i)) << call;
+        EXPECT_TRUE(is_synced(dir_of(to), i, end)) << call;
+        ++count;
+    }
+    return count;
+}
+
+TEST_F(Durability, NothingIsReplacedBeforeTheNewTextIsOnTheDisk)
+{
+    see_calls();
+    EXPECT_EQ(vorn_vek_db_add("new", "new.vek", 1), 0);
+    EXPECT_EQ(check_replacements(), 2); // the backup and the file
+    fs::remove(file);
+    see_calls();
+    EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", path_of(file).c_str(), nullptr), 1);
+    EXPECT_EQ(check_replacements(), 1);
+}
+
+// A file that has another name can only be written over.
+TEST_F(Durability, NothingIsEmptiedBeforeACopyIsOnTheDisk)
+{
+    fs::create_hard_link(file, "second_name");
+    host::answer = 1;
+    see_calls();
+    EXPECT_EQ(vorn_sav_cfg(), 1);
+    const std::string path = path_of(file), copy = path + ".vek-previous";
+    const auto emptied = std::find(calls::made.begin(), calls::made.end(), "ftruncate " + path);
+    ASSERT_NE(emptied, calls::made.end());
+    EXPECT_EQ(emptied[1] + ", " + emptied[2], "write " + path + ", fsync " + path);
+    const int place = (int)(emptied - calls::made.begin());
+    EXPECT_GT(last_of("rename " + home + "/.vek-" + std::to_string(getpid()) + "-0 " + copy, place),
+              0);
+    EXPECT_EQ(check_replacements(), 1);
+    EXPECT_TRUE(fs::equivalent(file, "second_name") && !fs::exists(copy));
+}
+
+static std::string text_when_told; // of a failure
+
+TEST_F(Durability, AFailureIsToldWhenTheOldTextIsBack)
+{
+    host::when_print = [](const char *) { text_when_told = read_file(file); };
+    fs::create_hard_link(file, "second_name");
+    calls::refuse = [this](const std::string &call) { // the disk is full for a moment
+        return call == "write " + path_of(file) && fs::file_size(file) == 0 &&
+                       std::count(calls::made.begin(), calls::made.end(), call) == 1
+                   ? ENOSPC
+                   : 0;
+    };
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
+    EXPECT_EQ(said(), unwritten("No space left on device"));
+    EXPECT_EQ(text_when_told, private_cfg);
+    EXPECT_EQ(read_file(file), private_cfg);
+
+    // Where it can't be brought back it is kept, and nothing is written until the user
+    // has taken it.
+    calls::refuse = [this](const std::string &call) {
+        return call == "write " + path_of(file) ? EIO : 0;
+    };
+    const std::string kept =
+        "> ERROR: The previous text is kept in file " + path_of(file) + ".vek-previous.\n";
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
+    EXPECT_EQ(said(), unwritten("Input/output error") + kept);
+    EXPECT_EQ(read_file(".vorn.cfg.vek-previous"), private_cfg);
+    calls::refuse = nullptr;
+    EXPECT_EQ(in_child(update_with_lines), "0" + kept);
+    EXPECT_EQ(read_file(backup), private_cfg);
+    fs::rename(".vorn.cfg.vek-previous", file);
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+}
+
+TEST_F(Durability, ABackupThatCannotBeMadeLeavesTheOlderOne)
+{
+    write_file(backup, "older");
+    calls::refuse = [](const std::string &call) {
+        return call.starts_with("write ") && call.find("/.vek-") != call.npos ? ENOSPC : 0;
+    };
+    const std::string told =
+        "> ERROR: Cannot create file 'file://" + path_of(backup) + "' : No space left on device\n";
+    EXPECT_EQ(vek_backup_file(Text(path_of(file))), 1);
+    EXPECT_EQ(said(), told);
+    EXPECT_EQ(vorn_sav_cfg(), 0); // the user has asked for it
+    EXPECT_EQ(said(), told + unwritten("The backup could not be made"));
+    EXPECT_EQ(read_file(backup), "older");
+    EXPECT_EQ(read_file(file), private_cfg);
+    EXPECT_EQ(listing("."), (Lines{file, backup, "inst", "private.vek", "shared.vek"}));
+}
+
+// Another program that writes the file without a lock.
+static int edits_left;
+static void edit(const char *)
+{
+    if (edits_left-- > 0)
+        write_file(file, read_file(file) + "! edited\n");
+}
+
+TEST_F(Durability, AnUpdateBeginsAgainWhenAnotherProgramChangesTheFile)
+{
+    make_dir(backup); // has each try tell that there is no backup, in time for the edit
+    host::when_print = edit;
+    edits_left = 1;
+    EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "private"), 1);
+    EXPECT_EQ(read_file(file), "DATABASE     private            " + path_of("private.vek\n") +
+                                   "DATABASE private $HOME/private.vek\n"
+                                   "DEFAULT_WRITE_DB    private\n! edited\n");
+    edits_left = 100;
+    host::printed();
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
+    EXPECT_TRUE(said().ends_with(unwritten("Another program keeps changing it")));
+    EXPECT_EQ(listing(".").size(), 5u);
+}
+
+// Neither a reader nor a later update waits for whoever has a lock for ever.
+TEST_F(Durability, LocksAreWaitedForAsLongAsIsGood)
+{
+    const intptr_t held = platform_lock_file(file);
+    see_calls();
+    EXPECT_EQ(vek_cfg_read(file, 1) + vek_env_read(Text(file)), 3); // a database is known already
+    host::printed();
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0); // 10 seconds later
+    EXPECT_EQ(said(), unwritten("Another process has kept it locked for 10 seconds"));
+    platform_unlock(held);
+    static pid_t child;
+    make_dir(backup);
+    host::when_print = [](const char *) {
+        if (child == 0 && (child = fork()) == 0) // as another thread of the host does
+            for (;;)
+                pause();
+    };
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+    EXPECT_GT(child, 0);
+    const intptr_t again = platform_lock_file(file);
+    EXPECT_GE(again, 0) << "the child has the lock";
+    platform_unlock(again);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    for (int reason : {ENOLCK, EOPNOTSUPP}) { // of a file system without locks
+        calls::refuse = [reason](const std::string &call) {
+            return call.starts_with("flock") ? reason : 0;
+        };
+        EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+    }
+}
+
+// Every other call is interrupted, or kept from opening a file without blocking.
+TEST_F(Durability, SignalsAndLeasesRefuseNothing)
+{
+    write_file("source", xs(100000));
+    for (int error : {EINTR, EAGAIN}) {
+        bool is_refused = false;
+        calls::refuse = [&](const std::string &call) {
+            if (error == EAGAIN && !(call.starts_with("poll ") && fs::exists(call.substr(5))))
+                return 0;
+            is_refused = !is_refused;
+            return is_refused ? error : 0;
+        };
+        const std::string name = strerror(error);
+        EXPECT_EQ(vorn_vek_db_add("new", name.c_str(), 1) + vorn_vek_db_remove("new"), 0) << error;
+        EXPECT_EQ(vorn_sav_cfg() + vek_cfg_read(file, 9), 1 + 3); // which has its databases already
+        EXPECT_EQ(vorn_vek_copy_file2file(Text("source"), Text("target")), 0);
+        EXPECT_EQ(read_file("target"), xs(100000));
+        EXPECT_EQ(vek_dir_is_writable("private.vek") + vek_file_exists("source"), 2);
+        EXPECT_EQ(said().find("could not"), std::string::npos);
+    }
+}
+
+// Two sessions start at the same moment over a tree that neither has made.
+TEST_F(Durability, ADirectoryThatAnotherProcessMakesIsThere)
+{
+    calls::refuse = [](const std::string &call) {
+        std::error_code none;
+        return call.starts_with("mkdir ") && fs::create_directory(call.substr(6), none) ? EEXIST
+                                                                                        : 0;
+    };
+    EXPECT_EQ(vorn_vek_db_add("new", "new.vek", 1) + vorn_cre_dat("newer.vek"), 0);
+    EXPECT_EQ(said(), "> ERROR: Error: Cannot create directory newer.vek\n"); // but that is its own
+    EXPECT_EQ(listing("new.vek"), (Lines{"dampers.tbl", "springs.tbl"}));
+    fs::remove_all("new.vek/dampers.tbl");
+    write_file("new.vek/dampers.tbl"); // in the way
+    EXPECT_EQ(vek_upd_vek_tbls(1), 1);
+    EXPECT_EQ(host::printed().size(), 3u);
+}
+
+static std::string open_streams;
+TEST_F(Durability, FilesDoNotGetTheDescriptorsOfClosedStreams)
+{
+    make_dir(backup);
+    host::when_print = [](const char *) {
+        for (int stream : {0, 1, 2})
+            open_streams += fcntl(stream, F_GETFD) == -1 ? "" : std::to_string(stream);
+    };
+    EXPECT_EQ(in_child([] {
+                  for (int stream : {0, 1, 2})
+                      close(stream);
+                  return std::to_string(vorn_wrt_cfg("x", nullptr)) + open_streams;
+              }),
+              "1");
+}
+
+// Runs an operation as a user who is not root, if this process may become one.
+static std::string as_other_user(const std::function<std::string()> &operation)
+{
+    return in_child([&] {
+        if (geteuid() == 0 && seteuid(other_user) != 0)
+            return std::string("still root");
+        return operation();
+    });
+}
+
+TEST_F(Durability, WhatOtherUsersLeaveInACommonDirectory)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root can make files of several users";
+    auto probe = [](const char *dir) {
+        return as_other_user([dir] { return std::to_string(vek_dir_is_writable(dir)); });
+    };
+    fs::permissions(home, fs::perms(0755));
+    for (auto [mode, is_writable] : {std::pair(0777u, "1"), {01777u, "1"}, {0755u, "0"}}) {
+        write_file("common" + std::string(probe_file), "of root's");
+        fs::permissions("common" + std::string(probe_file), fs::perms(0600));
+        fs::permissions("common", fs::perms(mode));
+        EXPECT_EQ(probe("common"), is_writable) << mode;
+    }
+    // A link in the place of the backup is neither followed nor replaced there.
+    write_file("victim", "a victim");
+    fs::permissions("victim", fs::perms(0666));
+    fs::permissions("common", fs::perms(01777));
+    write_file("common/my.cfg", private_cfg);
+    EXPECT_EQ(chown("common/my.cfg", other_user, other_user), 0);
+    fs::create_symlink(path_of("victim"), "common/my.cfq");
+    set("KLV_VORN_PRIVATE_CFG", "common/my.cfg");
+    EXPECT_EQ(as_other_user(update_with_lines),
+              "1> ERROR: Cannot create file 'file://common/my.cfq' : Operation not permitted\n");
+    EXPECT_EQ(read_file("victim"), "a victim");
+    EXPECT_EQ(listing("common"), (Lines{"my.cfg", "my.cfq", probe_file + 1}));
+
+    // Where nothing can be created beside the file, it is written over.
+    fs::permissions("common", fs::perms(0755));
+    EXPECT_EQ(as_other_user(update_with_lines),
+              "1> ERROR: Cannot create file 'file://common/my.cfq' : Permission denied\n");
+    EXPECT_NE(read_file("common/my.cfg"), private_cfg);
+}
