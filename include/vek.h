@@ -196,58 +196,76 @@ VEK_API int vek_env_read(char *path);
 
    The user's private configuration file is the one that is also written: when
    a start does not find it, when databases are added or removed or the default
-   for writing is set, and when the user saves.  While that goes on, the old
-   text stands whole in a backup (the same name with "q" for its last
-   character) or in "tmp_cfg_file" in the directory of vorn_vek_tmp_file_path,
-   flushed before the file is emptied, and the new text is whole in
-   "new_cfg_file" there before that, too.  A new file needs neither.  What
-   can't be written is put back.  Processes that update one file wait for each
-   other, and a start waits for an update to end, where the file system has
-   locks.
+   for writing is set, and when the user saves.
+
+   The new text is written to a file of its own beside the private file
+   (".vek-" and numbers), synced, and renamed over it.  So the old text or the
+   new one stands under the name at every moment, for every reader, after a
+   kill, a power cut or on a full disk.  Mode, owner and group stay; a symbolic
+   link is followed.  Where a new file would lose something of the user's (other
+   hard links, an owner that can't be set, an access list or extended
+   attributes) or can't be created there, the old file is written over instead.
+   Then a copy of it stands beside it as "<file>.vek-previous" meanwhile, or,
+   where nothing can be created, in /var/tmp.
+
+   Updates lock the file against each other and wait at most 10 seconds.
+   Readers do not wait.  If another program has changed the file meanwhile, the
+   update begins again, at most four times.
 
    What an update may print:
    - a warning, once a process, when HOME is needed and not set;
    - two warnings, once a process, when the file does not open for writing;
    - "ERROR: Cannot create file '<backup>' : <reason>" when the backup could
-     not be made whole; the update goes on without it;
+     not be made: an older one stays, and an update goes on without;
    - the reports of vorn_vek_copy_file2file and vorn_vek_delete_file;
    - "ERROR: cannot open file <path>";
    - "ERROR: Private cfg file <path> could not be written: <reason>", after
-     which the file has its old text; where it could not be put back, and
-     before each later update, "ERROR: The previous text is kept in file
-     <path>.", and there is no update as long as that file is there.  */
+     which the file has its old text (its new one if only the directory could
+     not be synced);
+   - "ERROR: The previous text is kept in file <path>." when the old text could
+     not be restored, or a killed update has left its copy; before each later
+     update, too, and there is none as long as that file is there;
+   - "WARNING: Database '<name>' cannot be kept in the private cfg file; it is
+     known in this session only.", and the same of a "Table of class", a
+     "Property file of class" and a "Test rig of class", once each: a statement
+     could not hold it.  */
 
-/* Bring the private file up to date with the session, after a backup of it
-   (not of an empty one): its DATABASE_ORDER, DEFAULT_WRITE_DB and ENVIRONMENT
+/* Bring the private file up to date with the session, after a backup of it (a
+   file without text does not replace a backup that has some): its
+   DATABASE_ORDER, DEFAULT_WRITE_DB and ENVIRONMENT
    lines get their present values and all other lines stay, byte by byte.  An
    ENVIRONMENT line stays as it is when its variable is not set or has a value
    that the line could not hold (blank, of more than 180 characters, with "!"
    or a line end, or a whole line of more than 254), and so does
    DEFAULT_WRITE_DB while no default is set.  Lines count in pieces of 255
    characters.
-   With the tag "vorn_vek_db_add" the database `name` is also put in front of
-   the first DATABASE line, and with "vorn_vek_db_remove" the lines of the
-   database that is spelled `name` become comments; these are what
-   vorn_vek_db_add and vorn_vek_db_remove use.  "vorn_sav_cfg" writes the file
-   as a save does, "vek_chk_cfg_files" one that has no text as a start does.
-   Tags compare without regard to case.
-   Result: 1 written, or KLV_UPDATE_CFG is "no", or the file has text under the
-   last tag; 0 not, with a report but for what is told once a process.  */
+   With the tag "vorn_vek_db_add" the database `name` is also put before the
+   first DATABASE line, and with "vorn_vek_db_remove" the lines of the database
+   that is spelled `name` become comments; these are what vorn_vek_db_add and
+   vorn_vek_db_remove use.  "vorn_sav_cfg" writes the file as a save does,
+   "vek_chk_cfg_files" as a first start does, over its text.  Tags compare
+   without regard to case.
+   Result: 1 written, or KLV_UPDATE_CFG is "no"; 0 not, with a report but for
+   what is reported once a process.  */
 VEK_API int vorn_wrt_cfg(const char *tag, const char *name);
 
 /* Ask the user, by an alert, how to save, then write the private file anew
    from the session: the user's databases, the default for writing, the user's
    tables, property files and test rigs, with KLV_VEK_SEARCH at "yes" the order
    of all databases, and the ENVIRONMENT lines of the old file with their
-   present values, or as they were where vorn_wrt_cfg leaves them.  All else
-   goes, and so does a default whose class or value has a line end.  What else
-   a statement can't hold, the next session refuses or takes for something
-   else: "!" and what follows it, white space in a name, a class or the path of
-   a property file, and a statement that became longer than 266 characters.
-   KLV_UPDATE_CFG is not looked at.
+   present values, or as they were where vorn_wrt_cfg leaves them.  Each line
+   ends in a newline ("\r\n" on Windows).  All else is lost.
+   What a statement can't hold is left out with a warning: "!", white space in
+   a name, a class, a test rig or the alias of a property file, a property file
+   that its alias does not lead to, and what makes the statement longer than
+   266 characters, also with single spaces between its words.
+   KLV_UPDATE_CFG does not matter.
    Result: 1 written; 0 not, or an answer that the alert does not offer;
-   -1 cancelled.  With a backup, which is not made of an empty file, prints its
-   two lines and one more.  */
+   -1 cancelled.  With the answer "Backup" nothing is written unless there is a
+   whole backup, but for a file whose name ends in "q"; prints the backup's two
+   lines and one more.
+   Overwrites the buffers that vorn_vek_path2alias and vorn_vek_input2full
+   overwrite.  */
 VEK_API int vorn_sav_cfg(void);
 
 /* ---- Text ------------------------------------------------------------- */
@@ -358,9 +376,9 @@ VEK_API const char *vorn_vek_level2db(int level);
    6.  A name with white space adds a database of its first word, at a path
    that begins with the rest.
    The next session finds it in the private file if that has a DATABASE line
-   and can hold it: a path ends there at "!", and a name with "!" or a path of
-   more than 234 characters (252, less those of a name of more than 18) is lost
-   with the session.  */
+   and can hold it: a name or path with "!", or one that makes the statement
+   longer than 266 characters ("DATABASE", name and path with single spaces),
+   is known in this session only, with a warning.  */
 VEK_API int vorn_vek_db_add(const char *name, const char *path, int level);
 
 /* Remove a database from the list, not from the disk, and call vorn_wrt_cfg,
@@ -607,8 +625,10 @@ VEK_API int vorn_vek_delete_file_silent(char *path);
    lines on success.  */
 VEK_API int vorn_vek_rename_file(char *old_path, char *new_path);
 
-/* Copy a file to its backup, whose name has "q" for the last character, over
-   an older backup.  A file that does not open fails in silence.  */
+/* Copy a file to its backup, whose name has "q" for the last character.  The
+   backup is written to a file beside it, synced, and renamed over an older one,
+   which stays if that fails.  It is as private as the file.  A file that does
+   not open fails without a report.  */
 VEK_API int vek_backup_file(char *path);
 VEK_API int vek_backup_file_silent(char *path);
 
