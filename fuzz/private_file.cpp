@@ -99,19 +99,23 @@ static void look()
             path.insert(0, "./"); // as it is saved
         personal += std::string("\n") + db_at(level)->name + " " + path;
         bool can_be_ordered = strchr(db_at(level)->name, ',') == nullptr;
-        size_t name = std::max<size_t>(strlen(db_at(level)->name), 18); // as it is padded
-        can_be_saved = can_be_saved && can_be_ordered && name + path.size() <= 251;
+        size_t length = strlen("DATABASE  ") + strlen(db_at(level)->name) + path.size();
+        bool ends_in_space = path.find_last_not_of(" \t\r") + 1 < path.size(); // and is guarded
+        can_be_saved = can_be_saved && can_be_ordered && length + ends_in_space <= 266;
     }
 }
 
-// The statements of the saved file but for property files: the name of one
-// without a directory does not lead back to it.  Longer ones are refused.
+// The statements of the saved file, but for ENVIRONMENT lines: one that is kept
+// as it was has lost a carriage return at its end, and may be written anew then.
 static std::string saved_text()
 {
     std::string all;
-    for (const std::string &line : split(get_file(file), "\n"))
-        if (!line.starts_with("PROPFILE ") && !line.starts_with("!") && line.size() <= 266)
-            all += line + "\n";
+    for (const std::string &line : split(get_file(file), "\n")) {
+        if (line.starts_with("!") || vek_strncasecmp(line.c_str(), "ENVIRONMENT", 11) == 0)
+            continue;
+        EXPECT(line.size() <= 266);
+        all += line + "\n";
+    }
     return all;
 }
 

@@ -256,7 +256,7 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
     EXPECT_EQ(vorn_vek_set_def_testrig("two words", "rig"), 1);
     add_table("a!b a.tbl a", vek_private_cfg_index);
     set("KLV_VEK_SEARCH", "yes");
-    write_file(file, "ENVIRONMENT NONE x\r\nENVIRONMENT NONE y");
+    write_file(file, "ENVIRONMENT NONE x\r\r\nENVIRONMENT NONE y");
     host::answer = 1;
     for (bool first : {true, false}) {
         EXPECT_EQ(vorn_sav_cfg(), 1);

@@ -89,6 +89,7 @@ int __real_mkdir(const char *path, mode_t mode);
 int __real_unlink(const char *path);
 int __real_remove(const char *path);
 int __real_rename(const char *from, const char *to);
+int __real_link(const char *from, const char *to);
 int __real_renameat2(int from_dir, const char *from, int to_dir, const char *to, unsigned flags);
 char *__real_mkdtemp(char *path);
 
@@ -121,6 +122,10 @@ int __wrap_renameat2(int from_dir, const char *from, int to_dir, const char *to,
     if (is_outside(from) || is_outside(to))
         return -1;
     return __real_renameat2(from_dir, from, to_dir, to, flags);
+}
+int __wrap_link(const char *from, const char *to)
+{
+    return is_outside(from) || is_outside(to) ? -1 : __real_link(from, to);
 }
 char *__wrap_mkdtemp(char *path)
 {

@@ -39,9 +39,10 @@ static void refresh_environment_line(text_builder *out, const char *line, size_t
     if (!is_environment || text_take_word(&rest).length == 0 ||
         write_environment(out, variable, "\n"))
         return;
+    while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r'))
+        --length;
     builder_append(out, line, length);
-    if (line[length - 1] != '\n')
-        builder_append(out, "\n", 1);
+    builder_append(out, "\n", 1);
 }
 
 static void _vek_print_env_section(text_builder *out, write_mode mode, FILE *old)
