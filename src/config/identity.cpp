@@ -118,25 +118,18 @@ static void warn_of_missing_home(const private_path &path)
            path.end);
 }
 
-// *is_fallback says that neither variable helps.
-static private_path find_private_path(bool *is_fallback)
+private_path private_path_whole()
 {
     const char *variable = current_product()->file_variable;
     const char *value = variable == nullptr ? nullptr : getenv(variable);
-    const char *home = text_or_empty(static_cast<const char *>(getenv("HOME")));
-    *is_fallback = value == nullptr && *home == '\0';
     if (value != nullptr)
         return {value, ""};
-    return {*is_fallback ? "." : home, "/.vorn.cfg"};
-}
-
-private_path private_path_whole()
-{
-    bool is_fallback = false;
-    private_path whole = find_private_path(&is_fallback);
-    if (is_fallback)
-        warn_of_missing_home(whole);
-    return whole;
+    const char *home = getenv("HOME");
+    if (!text_is_empty(home))
+        return {home, "/.vorn.cfg"};
+    private_path here = {".", "/.vorn.cfg"};
+    warn_of_missing_home(here);
+    return here;
 }
 
 void vek_private_cfg_path(char *path)
