@@ -223,8 +223,8 @@ VEK_API int vek_env_read(char *path);
      which the file has its old text (its new one if only the directory could
      not be synced);
    - "ERROR: The previous text is kept in file <path>." when the old text could
-     not be restored, or a killed update has left its copy; before each later
-     update, too, and there is none as long as that file is there;
+     not be restored, or a killed update has left its copy; at each first start
+     and later update, too, and none is made as long as that file is there;
    - "WARNING: Database '<name>' cannot be kept in the private cfg file; it is
      known in this session only.", and the same of a "Table of class", a
      "Property file of class" and a "Test rig of class", once each: a statement

@@ -288,7 +288,14 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
 
 TEST_F(PrivateFile, TellsWhyItIsNotUpdated)
 {
-    start();
+    write_file(".vorn.cfg.vek-previous", "of an update that was killed");
+    start_session();
+    const std::string kept =
+        "ERROR: The previous text is kept in file " + home + "/.vorn.cfg.vek-previous.";
+    EXPECT_EQ(host::printed()[0], kept);
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
+    EXPECT_EQ(said(), "> " + kept + "\n");
+    std::filesystem::remove(".vorn.cfg.vek-previous");
     const std::string before = read_file(file);
     set("KLV_UPDATE_CFG", "no");
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);

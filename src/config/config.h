@@ -22,6 +22,10 @@ int _vek_print_cfg_file(const char *tag, const char *path, const char *name);
 int _cfg_read_file_env(char *path);
 }
 
+// config/private/steps.cpp.  Whether the text of the private file is kept elsewhere,
+// because an update was killed or could not restore it; reports where.
+bool report_kept_text(const char *path);
+
 // config/identity.cpp.  The path of the private file, whole whatever its
 // length: `start` and then `end`.
 struct private_path {

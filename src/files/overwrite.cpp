@@ -81,9 +81,13 @@ static bool save_copy(const char *path)
     return false;
 }
 
+// A copy that can't be removed, but has no text, keeps nobody from anything.
 static void remove_copy()
 {
-    platform_remove_file(kept_copy);
+    FILE *left =
+        platform_remove_file(kept_copy) ? nullptr : platform_open_to_write(kept_copy, "wb");
+    if (left != nullptr)
+        fclose(left);
     kept_copy[0] = '\0';
 }
 
@@ -133,10 +137,9 @@ bool overwrite_file(const char *path, const char *mode, const char *text, size_t
         return false;
     bool is_done = overwrite_open(file, path, text, length);
     int reason = errno;
-    bool is_closed = fclose(file) == 0 || errno == EINTR;
-    if (!is_done)
-        errno = reason;
-    return is_done && is_closed;
+    fclose(file); // what has been synced is safe
+    errno = reason;
+    return is_done;
 }
 
 const char *overwrite_kept_copy(const char *path)

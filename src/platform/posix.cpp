@@ -158,8 +158,9 @@ bool platform_write(FILE *file, const char *from, size_t size)
 
 bool platform_empty(FILE *file)
 {
-    int result = posix_retry([&] { return ftruncate(fileno(file), 0); });
-    if (result != 0 && errno != EINVAL) // which a device gives, as it has no length
+    struct stat status;
+    if (posix_retry([&] { return ftruncate(fileno(file), 0); }) != 0 &&
+        (fstat(fileno(file), &status) != 0 || S_ISREG(status.st_mode))) // a device has no length
         return false;
     lseek(fileno(file), 0, SEEK_SET);
     return true;

@@ -134,14 +134,14 @@ bool platform_follow_links(const char *path, char *to, size_t size)
 // ---- New files ----
 
 // Whether a file has an access list or attributes of its user's, which stay
-// with the file when another takes its place.
+// with the file when another takes its place, or can't be asked for them.
 static bool has_attributes(const char *path)
 {
 #ifdef __linux__
     char names[4096];
     ssize_t length = listxattr(path, names, sizeof names);
     if (length < 0)
-        return errno == ERANGE;
+        return errno != ENOTSUP && errno != ENOSYS;
     for (const char *name = names; name < names + length; name += strlen(name) + 1)
         if (text_begins(name, "user.") || strcmp(name, "system.posix_acl_access") == 0)
             return true;
@@ -225,15 +225,15 @@ bool platform_create_beside(new_file *made, const char *path, new_file_kind kind
     return made->stream != nullptr;
 }
 
-// What has been synced is safe whatever becomes of the closing; an interrupted
-// one is not repeated.
+// What has been synced is safe whatever becomes of the closing.
 bool platform_finish(new_file *made)
 {
     if (!platform_sync(made->stream))
         return false;
     FILE *stream = made->stream;
     made->stream = nullptr;
-    return (fclose(stream) == 0 || errno == EINTR) && platform_sync_dir_of(made->path);
+    fclose(stream);
+    return platform_sync_dir_of(made->path);
 }
 
 bool platform_replace(new_file *made, const char *path)

@@ -174,7 +174,8 @@ bool platform_finish(new_file *made)
         return false;
     FILE *stream = made->stream;
     made->stream = nullptr;
-    return fclose(stream) == 0;
+    fclose(stream);
+    return true;
 }
 
 static bool is_directory(const char *path)

@@ -24,10 +24,14 @@ static bool report_unopened(const char *path)
     return false;
 }
 
-static bool report_kept_copy(const char *copy)
+bool report_kept_text(const char *path)
 {
-    report(REPORT_ERROR, caller, "The previous text is kept in file %s.", copy);
-    return false;
+    char target[4096];
+    const char *kept =
+        platform_follow_links(path, target, sizeof target) ? overwrite_kept_copy(target) : nullptr;
+    if (kept != nullptr)
+        report(REPORT_ERROR, caller, "The previous text is kept in file %s.", kept);
+    return kept != nullptr;
 }
 
 static bool warn_of_unwritable_file(const char *path)
@@ -129,8 +133,7 @@ bool lock_file(private_update *now)
     if ((now->lock >= 0 && !platform_file_state(now->path, &now->read)) ||
         !platform_follow_links(now->path, now->target, sizeof now->target))
         return report_failure(now, strerror(errno));
-    const char *kept = overwrite_kept_copy(now->target);
-    return kept == nullptr || report_kept_copy(kept);
+    return !report_kept_text(now->path);
 }
 
 bool is_there_already(const private_update *now)
@@ -142,8 +145,10 @@ static bool copy_old_text(private_update *now)
 {
     int error = 0;
     int result = copy_file_silently(now->path, now->copy, &error);
-    if (result != 0)
+    if (result != 0) {
+        platform_remove_file(now->copy); // which may be there, empty
         now->copy[0] = '\0';
+    }
     return result == 0 && (error == 0 || report_failure(now, strerror(error)));
 }
 
@@ -229,9 +234,7 @@ update_result replace(private_update *now)
     if (now->lock < 0 && errno == EEXIST)
         return UPDATE_AGAIN;
     report_failure(now, strerror(errno));
-    const char *kept = overwrite_kept_copy(now->target);
-    if (kept != nullptr)
-        report_kept_copy(kept);
+    report_kept_text(now->path);
     return NOT_UPDATED;
 }
 
