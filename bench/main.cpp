@@ -29,13 +29,6 @@ static int run(int count, char **words, const tree &made, const char *part)
     return benchmark::RunSpecifiedBenchmarks() > 0 ? 0 : 1;
 }
 
-static std::string temporary_directory()
-{
-    const char *parent = getenv("TMPDIR");
-    std::string path = std::string(parent == nullptr ? "/tmp" : parent) + "/vek-bench-XXXXXX";
-    return mkdtemp(path.data());
-}
-
 int main(int count, char **words)
 {
     if (count < 4) {

@@ -78,13 +78,22 @@ static sample make_sample(const tree &made, int level, int table)
     return one;
 }
 
-tree make_tree(const std::string &home, int databases, int tables)
+std::string temporary_directory()
+{
+    const char *parent = getenv("TMPDIR");
+    std::string path = std::string(parent == nullptr ? "/tmp" : parent) + "/vek-bench-XXXXXX";
+    return mkdtemp(path.data());
+}
+
+tree make_tree(const std::string &home, int databases, int tables, const std::string &subdirectory)
 {
     tree made = {databases, tables, home, {}, {}, {}, {}};
+    const std::string parent = home + subdirectory + "/";
+    fs::create_directories(parent);
     fs::create_directories(made.home + "/install/vorn");
     for (int level = 1; level <= databases; ++level) {
         made.names.push_back(database_name(level));
-        made.database_dirs.push_back(made.home + "/" + made.names.back() + ".vek");
+        made.database_dirs.push_back(parent + made.names.back() + ".vek");
         fs::create_directory(made.database_dirs.back());
         for (int table = 0; table < tables; ++table) {
             made.table_dirs.push_back(made.database_dirs.back() + "/" + table_dir(table));

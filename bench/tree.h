@@ -26,8 +26,13 @@ struct tree {
     std::vector<sample> samples;            // spread over databases and tables
 };
 
-// Make the tree in a directory that exists, and point the environment at it.
-tree make_tree(const std::string &home, int databases, int tables);
+// A new directory for a tree, in TMPDIR.
+std::string temporary_directory();
+
+// Make the tree in a directory that exists, and point the environment at it.  The
+// databases lie there, too, or in a subdirectory of it, such as "/share".
+tree make_tree(const std::string &home, int databases, int tables,
+               const std::string &subdirectory = "");
 void remove_tree(const tree &made);
 
 void remove_table_dirs(const tree &made);
