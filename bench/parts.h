@@ -11,8 +11,3 @@ void add_start(const tree &made);   // in child processes: a session starts once
 void add_session(const tree &made); // starts a session
 void add_copies(const tree &made);
 void run_calls_once(const tree &made, bool is_cold); // between marks, for strace
-
-// What a user would take instead, where it is installed.
-void add_physfs(const tree &made);
-void add_kpathsea(const tree &made);
-void add_qt(const tree &made);

@@ -2,11 +2,13 @@
 
 #include "measure.h"
 #include "parts.h"
+#include "peers/peers.h"
 
 #include "vek.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -107,6 +109,31 @@ static bool is_as_expected(const tree &made)
     return is_good;
 }
 
+[[maybe_unused]] static void add_peer(const tree &made, const char *name,
+                                      void (*start)(const tree &made),
+                                      bool (*ask)(const sample &one))
+{
+    start(made);
+    if (!std::all_of(made.samples.begin(), made.samples.end(), ask)) {
+        fprintf(stderr, "%s: the answer is not as it should be\n", name);
+        exit(1);
+    }
+    add_measure(made, name, ask);
+}
+
+static void add_peers([[maybe_unused]] const tree &made)
+{
+#ifdef HAS_PHYSFS
+    add_peer(made, "search, hit/PhysicsFS", physfs_start, physfs_search);
+#endif
+#ifdef HAS_KPATHSEA
+    add_peer(made, "level walk, miss/kpathsea", kpathsea_start, kpathsea_walk);
+#endif
+#ifdef HAS_QT
+    add_peer(made, "name to path/Qt", qt_start, qt_resolve);
+#endif
+}
+
 void add_session(const tree &made)
 {
     if (!start_session() || !is_as_expected(made)) {
@@ -116,13 +143,5 @@ void add_session(const tree &made)
     add_searches(made);
     add_walk(made);
     add_lookups(made);
-#ifdef HAS_PHYSFS
-    add_physfs(made);
-#endif
-#ifdef HAS_KPATHSEA
-    add_kpathsea(made);
-#endif
-#ifdef HAS_QT
-    add_qt(made);
-#endif
+    add_peers(made);
 }

@@ -1,7 +1,6 @@
 // kpathsea: a file is looked for in the table's directory of each database.
 
-#include "../measure.h"
-#include "../parts.h"
+#include "peers.h"
 
 extern "C" {
 #include <kpathsea/kpathsea.h>
@@ -9,14 +8,18 @@ extern "C" {
 
 #include <unistd.h>
 
-void add_kpathsea(const tree &made)
+static kpathsea library;
+
+void kpathsea_start(const tree &made)
 {
     setenv("TEXMFCNF", made.home.c_str(), 1);
-    static kpathsea library = kpathsea_new();
+    library = kpathsea_new();
     fclose(fopen((made.home + "/texmf.cnf").c_str(), "w")); // else it warns
     kpathsea_set_program_name(library, "/proc/self/exe", "vek_bench");
-    add_measure(made, "level walk, miss/kpathsea", [](const sample &one) {
-        std::string file = "trial_7." + one.ext;
-        free(kpathsea_path_search(library, one.directories.c_str(), file.c_str(), 0));
-    });
+}
+
+bool kpathsea_walk(const sample &one)
+{
+    std::string file = "trial_7." + one.ext;
+    return kpathsea_path_search(library, one.directories.c_str(), file.c_str(), 0) == nullptr;
 }
