@@ -16,6 +16,8 @@ void kpathsea_start(const tree &made)
     library = kpathsea_new();
     fclose(fopen((made.home + "/texmf.cnf").c_str(), "w")); // else it warns
     kpathsea_set_program_name(library, "/proc/self/exe", "vek_bench");
+    // The first search reads the configuration, and loses the rest of its path.
+    kpathsea_path_search(library, made.home.c_str(), "none", 0);
 }
 
 bool kpathsea_walk(const sample &one)
