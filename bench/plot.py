@@ -1,11 +1,17 @@
 #!/usr/bin/python3
-"""plot.py PICTURE RESULT.json... - draw how cost grows with the size of the tree.
+"""plot.py PICTURE [RESULT.json...] [RESULT.txt...] - draw how cost grows.
 
-Each measure has a panel, with the time of the library and of what it is held
-against over the number of tables, and a line for each number of databases.
+Results of vek_bench: each measure has a panel, with the time of the library and of
+what it is held against over the number of tables, and a line for each number of
+databases.
+
+Results of vek_share: a warm and a cold start have a panel, with the time of the
+library and of the minimum over the time that a request takes, and a line for each
+size of the tree.
 """
 
 import sys
+from statistics import median
 
 import matplotlib
 
@@ -13,16 +19,19 @@ matplotlib.use("svg")
 matplotlib.rcParams.update({"svg.hashsalt": "vek", "svg.fonttype": "none", "font.size": 8})
 
 from matplotlib import pyplot  # noqa: E402
+from share_table import read  # noqa: E402
 from table import medians  # noqa: E402
 
 PANELS = ["search, hit", "level walk, miss", "warm start", "name to path", "path to alias",
           "TABLE statement"]
-COLOURS = {"vek": "#1f5fa8", "floor": "#999999"}
+SHARE_PANELS = ["warm start", "cold start"]
+COLOURS = {"vek": "#1f5fa8", "floor": "#999999", "minimum": "#999999"}
+STYLES = (":", "--", "-")
 
 
 def draw(axes, measure, sizes):
     for who, colour in COLOURS.items():
-        for databases, style in zip(sorted({d for d, _ in sizes}), (":", "--", "-")):
+        for databases, style in zip(sorted({d for d, _ in sizes}), STYLES):
             points = [(t, times[f"{measure}/{who}"] / 1e3) for (d, t), times in sizes.items()
                       if d == databases and f"{measure}/{who}" in times]
             if points:
@@ -37,14 +46,35 @@ def draw(axes, measure, sizes):
     axes.minorticks_off()
 
 
+def draw_share(axes, measure, sizes):
+    for who in ("vek", "minimum"):
+        for (databases, tables), style in zip(sizes, STYLES):
+            _, _, times = sizes[databases, tables][f"{measure}/{who}"]
+            points = [(delay, median(runs)) for delay, runs in sorted(times.items())]
+            axes.plot(*zip(*points), style, color=COLOURS[who], marker=".",
+                      linewidth=1, label=f"{who}, {databases} x {tables}")
+    axes.set(title=f"{measure} on a share", xlabel="milliseconds a request", ylabel="seconds",
+             yscale="log")
+    axes.minorticks_off()
+
+
 def main():
-    sizes = medians(sys.argv[2:])
-    figure, panels = pyplot.subplots(2, 3, figsize=(9, 6))
-    for axes, measure in zip(panels.flat, PANELS):
-        draw(axes, measure, sizes)
-    figure.legend(*panels.flat[0].get_legend_handles_labels(), loc="lower center", ncols=2,
-                  frameon=False)
-    figure.tight_layout(rect=(0, 0.09, 1, 1))
+    memory = medians(path for path in sys.argv[2:] if path.endswith(".json"))
+    share = read(path for path in sys.argv[2:] if path.endswith(".txt"))
+    rows = 2 * bool(memory) + bool(share)
+    figure = pyplot.figure(figsize=(9, 3 * rows))
+    grid = figure.add_gridspec(rows, 6)
+    if memory:
+        for place, measure in enumerate(PANELS):
+            row, column = divmod(place, 3)
+            draw(figure.add_subplot(grid[row, 2 * column:2 * column + 2]), measure, memory)
+        figure.legend(*figure.axes[0].get_legend_handles_labels(), loc="lower center", ncols=2,
+                      frameon=False)
+    if share:
+        for column, measure in enumerate(SHARE_PANELS):
+            draw_share(figure.add_subplot(grid[-1, 3 * column:3 * column + 3]), measure, share)
+        figure.axes[-1].legend(frameon=False)
+    figure.tight_layout(rect=(0, 0.18 / rows if memory else 0, 1, 1))
     figure.savefig(sys.argv[1], metadata={"Date": None})
 
 
