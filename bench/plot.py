@@ -25,7 +25,8 @@ from table import medians  # noqa: E402
 PANELS = ["search, hit", "level walk, miss", "warm start", "name to path", "path to alias",
           "TABLE statement"]
 SHARE_PANELS = ["warm start", "cold start"]
-COLOURS = {"vek": "#1f5fa8", "floor": "#999999", "minimum": "#999999"}
+COLOURS = {"vek": "#1f5fa8", "floor": "#999999"}
+SHARE_COLOURS = {"vek": "#1f5fa8", "minimum": "#999999"}
 STYLES = (":", "--", "-")
 
 
@@ -47,12 +48,12 @@ def draw(axes, measure, sizes):
 
 
 def draw_share(axes, measure, sizes):
-    for who in ("vek", "minimum"):
+    for who, colour in SHARE_COLOURS.items():
         for (databases, tables), style in zip(sizes, STYLES):
             _, _, times = sizes[databases, tables][f"{measure}/{who}"]
             points = [(delay, median(runs)) for delay, runs in sorted(times.items())]
-            axes.plot(*zip(*points), style, color=COLOURS[who], marker=".",
-                      linewidth=1, label=f"{who}, {databases} x {tables}")
+            axes.plot(*zip(*points), style, color=colour, marker=".", linewidth=1,
+                      label=f"{who}, {databases} x {tables}")
     axes.set(title=f"{measure} on a share", xlabel="milliseconds a request", ylabel="seconds",
              yscale="log")
     axes.minorticks_off()

@@ -102,7 +102,7 @@ int main(int count, char **words)
         fprintf(stderr, "No FUSE file system can be mounted here\n");
         return exit_skipped;
     }
-    for (const measure &one : all_measures()) {
+    for (const measure &one : measures) {
         fprintf(stderr, "%s x %s, %s ms: %s\n", words[1], words[2], words[3], one.name);
         const tree made =
             make_tree(temporary_directory(), atoi(words[1]), atoi(words[2]), share_subdirectory);

@@ -202,47 +202,42 @@ static bool minimum_copy_to_database(const tree &made)
     return minimum_copy(copy_source(made), the_sample(made).missing_path);
 }
 
-const std::vector<measure> &all_measures()
-{
-    static const std::vector<measure> measures = {
-        {"cold start/vek", remove_table_dirs, nothing, start, has_tables},
-        {"cold start/minimum", remove_table_dirs, nothing, minimum_start, has_tables},
-        {"warm start/vek", nothing, nothing, start, has_tables},
-        {"warm start/minimum", nothing, nothing, minimum_start, has_tables},
-        {"plug-in's start/vek", make_plugin, prepare_session, start_plugin, has_tables},
-        {"plug-in's start/minimum", make_plugin, know_directories, minimum_plugin, has_tables},
-        {"search, hit/vek", nothing, prepare_session, find, has_tables},
-        {"search, hit/minimum", nothing, know_directories, of_sample<minimum_hit>, has_tables},
+const std::vector<measure> measures = {
+    {"cold start/vek", remove_table_dirs, nothing, start, has_tables},
+    {"cold start/minimum", remove_table_dirs, nothing, minimum_start, has_tables},
+    {"warm start/vek", nothing, nothing, start, has_tables},
+    {"warm start/minimum", nothing, nothing, minimum_start, has_tables},
+    {"plug-in's start/vek", make_plugin, prepare_session, start_plugin, has_tables},
+    {"plug-in's start/minimum", make_plugin, know_directories, minimum_plugin, has_tables},
+    {"search, hit/vek", nothing, prepare_session, find, has_tables},
+    {"search, hit/minimum", nothing, know_directories, of_sample<minimum_hit>, has_tables},
 #ifdef HAS_PHYSFS
-        {"search, hit/PhysicsFS", nothing, prepare_peer<physfs_start>, of_sample<physfs_search>,
-         has_tables},
+    {"search, hit/PhysicsFS", nothing, prepare_peer<physfs_start>, of_sample<physfs_search>,
+     has_tables},
 #endif
-        {"search, miss/vek", nothing, prepare_session, miss, has_tables},
-        {"search, miss/minimum", nothing, know_directories, of_sample<minimum_miss>, has_tables},
-        {"level walk, miss/vek", nothing, prepare_walk, miss, has_tables},
-        {"level walk, miss/minimum", nothing, know_directories, of_sample<minimum_walk>,
-         has_tables},
+    {"search, miss/vek", nothing, prepare_session, miss, has_tables},
+    {"search, miss/minimum", nothing, know_directories, of_sample<minimum_miss>, has_tables},
+    {"level walk, miss/vek", nothing, prepare_walk, miss, has_tables},
+    {"level walk, miss/minimum", nothing, know_directories, of_sample<minimum_walk>, has_tables},
 #ifdef HAS_KPATHSEA
-        {"level walk, miss/kpathsea", nothing, prepare_peer<kpathsea_start>,
-         of_sample<kpathsea_walk>, has_tables},
+    {"level walk, miss/kpathsea", nothing, prepare_peer<kpathsea_start>, of_sample<kpathsea_walk>,
+     has_tables},
 #endif
-        {"name to path/vek", nothing, prepare_session, resolve, has_tables},
+    {"name to path/vek", nothing, prepare_session, resolve, has_tables},
 #ifdef HAS_QT
-        {"name to path/Qt", nothing, prepare_peer<qt_start>, of_sample<qt_resolve>, has_tables},
+    {"name to path/Qt", nothing, prepare_peer<qt_start>, of_sample<qt_resolve>, has_tables},
 #endif
-        {"new database added/vek", nothing, prepare_session, add_database, has_new_tables},
-        {"new database added/minimum", nothing, know_directories, of_new_database<minimum_add_new>,
-         has_new_tables},
-        {"existing database added/vek", make_new_database, prepare_session, add_database,
-         has_new_tables},
-        {"existing database added/minimum", make_new_database, know_directories,
-         of_new_database<minimum_add_existing>, has_new_tables},
-        {"database created/vek", nothing, prepare_session, create_database, has_new_tables},
-        {"database created/minimum", nothing, know_directories, of_new_database<minimum_create>,
-         has_new_tables},
-        {"copy into a database/vek", make_copy_source, prepare_session, copy_to_database, has_copy},
-        {"copy into a database/minimum", make_copy_source, know_directories,
-         minimum_copy_to_database, has_copy},
-    };
-    return measures;
-}
+    {"new database added/vek", nothing, prepare_session, add_database, has_new_tables},
+    {"new database added/minimum", nothing, know_directories, of_new_database<minimum_add_new>,
+     has_new_tables},
+    {"existing database added/vek", make_new_database, prepare_session, add_database,
+     has_new_tables},
+    {"existing database added/minimum", make_new_database, know_directories,
+     of_new_database<minimum_add_existing>, has_new_tables},
+    {"database created/vek", nothing, prepare_session, create_database, has_new_tables},
+    {"database created/minimum", nothing, know_directories, of_new_database<minimum_create>,
+     has_new_tables},
+    {"copy into a database/vek", make_copy_source, prepare_session, copy_to_database, has_copy},
+    {"copy into a database/minimum", make_copy_source, know_directories, minimum_copy_to_database,
+     has_copy},
+};

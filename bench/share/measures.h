@@ -13,7 +13,7 @@ struct measure {
 };
 
 // In the order in which they are shown.
-const std::vector<measure> &all_measures();
+extern const std::vector<measure> measures;
 
 // Where the databases lie in the tree.
 inline const char share_subdirectory[] = "/share";
