@@ -64,17 +64,17 @@ def main():
     share = read(path for path in sys.argv[2:] if path.endswith(".txt"))
     rows = 2 * bool(memory) + bool(share)
     figure = pyplot.figure(figsize=(9, 3 * rows))
-    grid = figure.add_gridspec(rows, 6)
     if memory:
-        for place, measure in enumerate(PANELS):
-            row, column = divmod(place, 3)
-            draw(figure.add_subplot(grid[row, 2 * column:2 * column + 2]), measure, memory)
+        for place, measure in enumerate(PANELS, 1):
+            draw(figure.add_subplot(rows, 3, place), measure, memory)
         figure.legend(*figure.axes[0].get_legend_handles_labels(), loc="lower center", ncols=2,
                       frameon=False)
     if share:
-        for column, measure in enumerate(SHARE_PANELS):
-            draw_share(figure.add_subplot(grid[-1, 3 * column:3 * column + 3]), measure, share)
-        figure.axes[-1].legend(frameon=False)
+        for place, measure in enumerate(SHARE_PANELS, 3 * rows - 2):
+            draw_share(figure.add_subplot(rows, 3, place), measure, share)
+        lines = figure.axes[-1].get_legend_handles_labels()
+        key = figure.add_subplot(rows, 3, 3 * rows, frameon=False, xticks=[], yticks=[])
+        key.legend(*lines, loc="center left", frameon=False)
     figure.tight_layout(rect=(0, 0.18 / rows if memory else 0, 1, 1))
     figure.savefig(sys.argv[1], metadata={"Date": None})
 
