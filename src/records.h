@@ -15,6 +15,8 @@ struct vek_tbl_rec {
     char ext[VEK_EXT_SIZE];
     int cfg_index;
     bool loss_is_reported; // that the private file can't hold it
+    bool dir_is_listed;    // in the listing that is being gone through
+    bool dir_was_there;    // when it was last looked for
 };
 
 // One database.  Every database holds the same tables in the same order.
@@ -62,7 +64,7 @@ vek_db_rec *db_find(const char *name);
 
 // registry/table_find.cpp.  The first table of a database with that alias,
 // "<database>/dir"; null if there is none.
-const vek_tbl_rec *table_of_alias(const vek_db_rec *db, const char *alias);
+vek_tbl_rec *table_of_alias(const vek_db_rec *db, const char *alias);
 
 // config/session.cpp.  Records with this configuration index are the user's.
 extern int vek_private_cfg_index;

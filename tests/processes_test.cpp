@@ -117,7 +117,7 @@ TEST_F(Processes, WaitForEachOthersUpdates)
     int held[2];
     ASSERT_EQ(pipe(held), 0);
     if (fork() == 0) {
-        intptr_t lock = platform_lock_file(file);
+        intptr_t lock = platform_lock_file(file, 0);
         if (write(held[1], "x", 1) == 1)
             usleep(100000);
         write_file(file, other);

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "config/cfg_text.h"
 #include "vek.h"
 
 #include <cstdio>
@@ -22,9 +23,9 @@ int _vek_print_cfg_file(const char *tag, const char *path, const char *name);
 int _cfg_read_file_env(char *path);
 }
 
-// config/private/steps.cpp.  Whether the text of the private file is kept elsewhere,
-// because an update was killed or could not restore it; reports where.
-bool report_kept_text(const char *path);
+// config/private/steps.cpp.  Report where the text of the private file is kept, if an
+// update was killed or could not restore it.
+void report_lost_text(const char *path);
 
 // config/identity.cpp.  The path of the private file, whole whatever its
 // length: `start` and then `end`.
@@ -47,11 +48,11 @@ const char *name_variable_value(const char *name, const char *suffix);
 // the plug-in before the user's plug-in directories are searched.
 bool find_plugin_file(char *path, const char *name, bool registers);
 
-// config/cfg_open.cpp.  Open a file for reading; null, with a report, if it does
-// not open.
-FILE *cfg_open(const char *path, const char *caller);
+// config/cfg_text.cpp.  Load a file for one of the two readers of its statements.
+// False, with a report, if it does not open.
+bool cfg_open(cfg_text *text, const char *path, const char *caller);
 // False, with a report, if the file could not be read to its end.
-bool cfg_close(FILE *file, const char *path, const char *caller);
+bool cfg_close(cfg_text *text, const char *path, const char *caller);
 
 // config/cfg_index.cpp.  The index that the next file read will get, over all
 // starts.

@@ -1,7 +1,6 @@
 // The ENVIRONMENT statements of one configuration file.
 
 #include "config/config.h"
-#include "config/line_reader.h"
 #include "host/hsk.h"
 #include "host/message.h"
 #include "text/text.h"
@@ -79,17 +78,18 @@ static int set_variable(const env_statement &statement)
 int _cfg_read_file_env(char *path)
 {
     path = vek_eval_str(path);
-    FILE *file = cfg_open(path, caller);
-    if (file == nullptr)
+    cfg_text text;
+    if (!cfg_open(&text, path, caller))
         return 1;
     int result = 0;
-    for (int line = 1; read_line_chunk(file, vek_message_buf, chunk_limit, LINE_TEXT) > 0; ++line) {
+    for (int line = 1; read_line_chunk(&text, vek_message_buf, chunk_limit, LINE_TEXT) > 0;
+         ++line) {
         vek_message_buf[strcspn(vek_message_buf, "!")] = '\0';
         env_statement statement = split(vek_message_buf);
         if (text_is(statement.keyword, "environment") && is_well_formed(statement, path, line))
             result = set_variable(statement);
     }
-    return cfg_close(file, path, caller) ? result : 1;
+    return cfg_close(&text, path, caller) ? result : 1;
 }
 
 int vek_env_read(char *path)

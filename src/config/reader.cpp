@@ -1,7 +1,6 @@
 // Reading a configuration file, statement by statement.
 
 #include "config/config.h"
-#include "config/line_reader.h"
 #include "host/hsk.h"
 #include "host/message.h"
 #include "text/text.h"
@@ -44,19 +43,19 @@ static void report_refusal(cfg_reading *reading, int code, const char *fault)
         report_fault(reading, code, fault);
 }
 
-static bool read_line(FILE *file)
+static bool read_line(cfg_text *text)
 {
-    return read_line_chunk(file, vek_message_buf, line_limit, LINE_TEXT) > 0;
+    return read_line_chunk(text, vek_message_buf, line_limit, LINE_TEXT) > 0;
 }
 
 // The rest of the line is thrown away with it.
-static void refuse_long_line(cfg_reading *reading, FILE *file)
+static void refuse_long_line(cfg_reading *reading, cfg_text *text)
 {
     report(REPORT_ERROR, caller, "%s %d of cfg_file '%s':", "Syntax error in line", reading->line,
            reading->path);
     report(REPORT_ERROR, caller, "%s %d", "  Line exceeds MAX number of characters", line_limit);
     reading->error = 1;
-    while (read_line(file) && strlen(vek_message_buf) == line_limit)
+    while (read_line(text) && strlen(vek_message_buf) == line_limit)
         continue;
 }
 
@@ -158,7 +157,7 @@ static void take_statement(cfg_reading *reading, const char *keyword)
 }
 
 // The line is in the shared message buffer, which every report overwrites.
-static void take_line(cfg_reading *reading, FILE *file)
+static void take_line(cfg_reading *reading, cfg_text *text)
 {
     char keyword[VEK_PATH_SIZE];
     vek_message_buf[strcspn(vek_message_buf, "\n")] = '\0';
@@ -168,7 +167,7 @@ static void take_line(cfg_reading *reading, FILE *file)
     if (keyword[0] == '\0')
         return;
     if (strlen(vek_message_buf) == line_limit)
-        refuse_long_line(reading, file);
+        refuse_long_line(reading, text);
     else
         take_statement(reading, keyword);
 }
@@ -179,16 +178,16 @@ int vek_cfg_read(const char *path, int cfg_index)
     path = text_or_empty(path);
     if (text_copy(kept, path))
         path = kept; // a longer one does not open
-    FILE *file = cfg_open(path, caller);
-    if (file == nullptr)
+    cfg_text text;
+    if (!cfg_open(&text, path, caller))
         return 1;
     report(REPORT_PLAIN, caller, "Reading configuration file '%s'", path);
     cfg_reading reading = {path, cfg_index, 0, 0};
-    while (read_line(file)) {
+    while (read_line(&text)) {
         ++reading.line;
-        take_line(&reading, file);
+        take_line(&reading, &text);
     }
-    if (!cfg_close(file, path, caller) && reading.error == 0)
+    if (!cfg_close(&text, path, caller) && reading.error == 0)
         reading.error = 1;
     if (reading.error != 0)
         report(REPORT_ERROR, caller, "Erroneous statement(s) ignored in file : '%s'.", path);

@@ -50,5 +50,8 @@ int backup_file(char *path, int *unread);
 bool overwrite_file(const char *path, const char *mode, const char *text, size_t length);
 
 // The copy that is left of an earlier overwriting of the file, where the process
-// was killed or could not restore the old text; null if there is none.
+// was killed or could not restore the old text; null if there is none.  The second
+// is for who has the file locked: a copy of the very text that the file has is
+// removed.
 const char *overwrite_kept_copy(const char *path);
+const char *overwrite_find_loss(const char *path);

@@ -6,26 +6,19 @@
 #include "text/text.h"
 
 #include <cerrno>
-#include <cstdio>
+#include <cstring>
 
-// The copy of the old text while the new one is written, and afterwards if that
-// could not be restored.
+// The path of the copy of the old text: beside the file, or, where nothing can be
+// created there, in a directory of the system's.  Both are found again by who comes
+// after a killed process.
 static char kept_copy[4096];
 
-static bool has_text(const char *path)
+static bool name_copy(const char *path, bool is_beside)
 {
-    file_state state;
-    return platform_file_state(path, &state) && state.size > 0;
-}
-
-// A copy beside the file has this name, so that who comes after a killed process
-// finds it.
-static bool name_copy(char (&copy)[4096], const char *path)
-{
-    if (text_join(copy, {path, ".vek-previous"}))
-        return true;
+    if (!is_beside)
+        return platform_lasting_copy_path(path, kept_copy, sizeof kept_copy);
     errno = ENAMETOOLONG;
-    return false;
+    return text_join(kept_copy, {path, ".vek-previous"});
 }
 
 static bool copy_to(new_file *made, const char *path)
@@ -39,35 +32,16 @@ static bool copy_to(new_file *made, const char *path)
     return error == 0 && platform_finish(made);
 }
 
-static bool save_beside(const char *path)
+static bool save_copy_at(const char *path, bool is_beside)
 {
     new_file made;
-    if (!name_copy(kept_copy, path) ||
-        !platform_create_beside(&made, path, NEW_FILE_PRIVATE, path, "wb"))
+    if (!name_copy(path, is_beside) ||
+        !platform_create_beside(&made, kept_copy, NEW_FILE_PRIVATE, path, "wb"))
         return false;
-    if (!copy_to(&made, path) || !platform_place(&made, kept_copy)) {
-        platform_discard(&made);
-        return false;
-    }
-    if (platform_sync_dir_of(kept_copy))
-        return true;
-    text_copy(made.path, kept_copy);
-    platform_discard(&made);
-    return false;
-}
-
-// Where nothing can be created beside the file.  The copy keeps the name that it
-// has there.
-static bool save_elsewhere(const char *path)
-{
-    char dir[256];
-    new_file made;
-    if (!platform_lasting_dir(dir, sizeof dir) ||
-        !platform_create_beside(&made, dir, NEW_FILE_PRIVATE, path, "wb"))
-        return false;
-    if (copy_to(&made, path)) {
-        text_copy(kept_copy, made.path);
-        return true;
+    if (copy_to(&made, path) && platform_replace(&made, kept_copy)) {
+        if (platform_sync_dir_of(kept_copy))
+            return true;
+        text_copy(made.path, kept_copy);
     }
     platform_discard(&made);
     return false;
@@ -75,59 +49,52 @@ static bool save_elsewhere(const char *path)
 
 static bool save_copy(const char *path)
 {
-    if (save_beside(path) || (platform_must_overwrite() && save_elsewhere(path)))
-        return true;
-    kept_copy[0] = '\0';
-    return false;
+    return save_copy_at(path, true) || (platform_must_overwrite() && save_copy_at(path, false));
 }
 
 // A copy that can't be removed, but has no text, keeps nobody from anything.
 static void remove_copy()
 {
     FILE *left =
-        platform_remove_file(kept_copy) ? nullptr : platform_open_to_write(kept_copy, "wb");
-    if (left != nullptr)
-        fclose(left);
-    kept_copy[0] = '\0';
+        platform_remove_file(kept_copy) ? nullptr : platform_open_to_write(kept_copy, "r+b");
+    if (left == nullptr)
+        return;
+    platform_cut(left);
+    fclose(left);
 }
 
-// Between the emptying and the text there is nothing that takes time.
+// At no moment is the file empty.
 static bool put_text(FILE *file, const char *text, size_t length)
 {
-    return platform_empty(file) && platform_write(file, text, length) && platform_sync(file);
+    return platform_rewind(file) && platform_write(file, text, length) && platform_cut(file) &&
+           platform_sync(file);
 }
 
 static bool restore(FILE *file)
 {
     FILE *copy = platform_open_to_read(kept_copy);
-    bool is_done = copy != nullptr && platform_empty(file) && copy_stream(copy, file) == 0 &&
-                   platform_sync(file);
+    bool is_done = copy != nullptr && platform_rewind(file) && copy_stream(copy, file) == 0 &&
+                   platform_cut(file) && platform_sync(file);
     if (copy != nullptr)
         fclose(copy);
-    return is_done;
-}
-
-static bool overwrite_saved(FILE *file, const char *text, size_t length)
-{
-    bool is_done = put_text(file, text, length);
-    int reason = errno;
-    if (is_done || restore(file))
-        remove_copy();
-    errno = reason;
     return is_done;
 }
 
 // A file without text, or a device, has nothing to lose.
 static bool overwrite_open(FILE *file, const char *path, const char *text, size_t length)
 {
-    if (has_text(path))
-        return save_copy(path) && overwrite_saved(file, text, length);
-    if (put_text(file, text, length))
-        return true;
+    file_state old;
+    bool has_text = platform_file_state(path, &old) && old.size > 0;
+    if (has_text && !save_copy(path))
+        return false;
+    bool is_done = put_text(file, text, length);
     int reason = errno;
-    platform_empty(file);
+    if (has_text && (is_done || restore(file)))
+        remove_copy();
+    if (!has_text && !is_done && platform_rewind(file))
+        platform_cut(file);
     errno = reason;
-    return false;
+    return is_done;
 }
 
 bool overwrite_file(const char *path, const char *mode, const char *text, size_t length)
@@ -142,10 +109,36 @@ bool overwrite_file(const char *path, const char *mode, const char *text, size_t
     return is_done;
 }
 
+static bool has_same_text(const char *path, const char *other_path)
+{
+    static char blocks[2][4096];
+    FILE *file = platform_open_to_read(path), *other = platform_open_to_read(other_path);
+    bool is_same = file != nullptr && other != nullptr;
+    for (size_t length = sizeof blocks[0]; is_same && length == sizeof blocks[0];) {
+        length = platform_read(file, blocks[0], sizeof blocks[0]);
+        is_same = platform_read(other, blocks[1], sizeof blocks[1]) == length &&
+                  ferror(file) == 0 && ferror(other) == 0 &&
+                  memcmp(blocks[0], blocks[1], length) == 0;
+    }
+    for (FILE *open : {file, other})
+        if (open != nullptr)
+            fclose(open);
+    return is_same;
+}
+
 const char *overwrite_kept_copy(const char *path)
 {
-    if (has_text(kept_copy) || (name_copy(kept_copy, path) && has_text(kept_copy)))
-        return kept_copy;
-    kept_copy[0] = '\0';
+    for (bool is_beside : {true, false})
+        if (name_copy(path, is_beside) && platform_is_own_copy(kept_copy, path))
+            return kept_copy;
+    return nullptr;
+}
+
+const char *overwrite_find_loss(const char *path)
+{
+    const char *copy = overwrite_kept_copy(path);
+    if (copy == nullptr || !has_same_text(path, copy))
+        return copy;
+    remove_copy(); // of a process that was killed before it wrote
     return nullptr;
 }

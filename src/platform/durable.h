@@ -4,14 +4,18 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 
+// A clock that only goes forward, in milliseconds.
+int64_t platform_clock();
+
 // Lock a file against every process that locks it in this way, and wait for them
-// at most 10 seconds.  Returns -1 if the file does not open for appending (ENOENT:
-// there is none) or if the wait was in vain (ETIMEDOUT).  Where the file system
-// knows no locks, nothing is locked.
-intptr_t platform_lock_file(const char *path);
+// up to a time of that clock.  Returns -1 if the file does not open for appending
+// (ENOENT: there is none) or if the wait was in vain (ETIMEDOUT).  Where the file
+// system knows no locks, nothing is locked.
+intptr_t platform_lock_file(const char *path, int64_t deadline);
 void platform_unlock(intptr_t lock);
 
 // Which file a path leads to and which text it has, as far as the system shows;
@@ -21,6 +25,7 @@ struct file_state {
     int64_t changed[4]; // times
 };
 bool platform_file_state(const char *path, file_state *state);
+bool platform_stream_state(FILE *file, file_state *state);
 bool platform_same_state(const file_state *first, const file_state *second);
 
 // The file that a path leads to, symbolic links followed, also when it does not
@@ -60,3 +65,10 @@ bool platform_must_overwrite();
 
 // Put the entries of the directory of a path on the disk.
 bool platform_sync_dir_of(const char *path);
+
+// The name of a copy of a file in a directory for files that outlast a power cut,
+// the same for every process of the user's.  False, also if it has no room.
+bool platform_lasting_copy_path(const char *path, char *to, size_t size);
+// Whether a copy of a file can be one that the user's processes have left: another
+// user may have put something of that name into a common directory.
+bool platform_is_own_copy(const char *copy, const char *path);

@@ -15,6 +15,16 @@ bool platform_current_dir(char *to, size_t width);
 bool platform_can_enter(const char *path);
 bool platform_make_dir(const char *path); // one level
 
+// A directory that is open for what lies in it; 0 if it can't be listed.
+intptr_t platform_open_dir(const char *path);
+// The name of the next entry.  False at the end (errno is 0), and when the
+// directory can't be read on.
+bool platform_read_dir(intptr_t dir, char *name, size_t size);
+// As the two above, of a path that starts in the directory.
+bool platform_can_enter_in(intptr_t dir, const char *path);
+bool platform_make_dir_in(intptr_t dir, const char *path);
+void platform_close_dir(intptr_t dir);
+
 // Open for reading, byte by byte.  A directory does not open, nor does a device
 // that gives bytes without end, and a pipe that nobody writes to does not keep
 // the caller waiting.
@@ -24,10 +34,10 @@ FILE *platform_open_to_read(const char *path);
 FILE *platform_open_to_read_soon(const char *path);
 // Whether a path would open: one open, one look at what was opened.
 bool platform_opens_for_reading(const char *path);
-// Whether a file of that name can be made in a directory, without waiting for
-// anybody: it is created or emptied, and removed.  On POSIX a symbolic link gives
-// way to it, and where another user's file has the name, the rights to the
-// directory decide.
+// Whether a file of that name can be created in a directory, without waiting for
+// anybody.  It is removed again, as is what had the name before.  On POSIX, where
+// another user's file has the name and can't be removed or opened, the rights to
+// the directory decide.
 bool platform_can_create(const char *dir, const char *name);
 // Open for writing or appending, with fopen's mode, or, with "r+" and "r+b", a
 // file that exists, without emptying it.  A pipe does not open: it could keep the
@@ -38,9 +48,9 @@ FILE *platform_open_to_write(const char *path, const char *mode);
 // As fread and fwrite.  What is written in this way goes to the system at once;
 // the stream must hold nothing else.
 size_t platform_read(FILE *file, char *to, size_t size);
-int platform_getc(FILE *file); // as getc
 bool platform_write(FILE *file, const char *from, size_t size);
-bool platform_empty(FILE *file); // to be written to from its beginning
+bool platform_rewind(FILE *file);
+bool platform_cut(FILE *file); // where it was written to last, or is to be next
 // Have the system put on the disk what was written to a stream, or to a file
 // that is closed.  Where there is no disk, all is well.
 bool platform_sync(FILE *file);
@@ -60,9 +70,6 @@ bool platform_temporary_dir(char *to, size_t width);
 // Waits at most 10 seconds.
 intptr_t platform_lock_temp_dir();
 void platform_unlock_temp_dir(intptr_t lock);
-
-// A directory for temporary files that outlast a power cut, "/" at its end.
-bool platform_lasting_dir(char *to, size_t width);
 
 // Whether two texts name one file on disk.
 bool platform_same_file(const char *first, const char *second);

@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
 #include <strings.h>
 #include <sys/stat.h>
@@ -18,17 +19,61 @@ bool platform_current_dir(char *to, size_t width)
 
 // The last "." can be looked up only in a directory, and only by those who may
 // enter it.
-bool platform_can_enter(const char *path)
+static bool can_enter_in(int dir, const char *path)
 {
     char itself[PATH_MAX];
     struct stat status;
     return *path != '\0' && text_join(itself, {path, "/."}) &&
-           posix_retry([&] { return stat(itself, &status); }) == 0;
+           posix_retry([&] { return fstatat(dir, itself, &status, 0); }) == 0;
+}
+
+bool platform_can_enter(const char *path)
+{
+    return can_enter_in(AT_FDCWD, path);
 }
 
 bool platform_make_dir(const char *path)
 {
     return posix_retry([&] { return mkdir(path, 0777); }) == 0;
+}
+
+intptr_t platform_open_dir(const char *path)
+{
+    int file = posix_open(path, O_RDONLY | O_DIRECTORY);
+    DIR *dir = file < 0 ? nullptr : fdopendir(file);
+    if (dir == nullptr && file >= 0)
+        close(file);
+    return reinterpret_cast<intptr_t>(dir);
+}
+
+static DIR *stream_of(intptr_t dir)
+{
+    return reinterpret_cast<DIR *>(dir);
+}
+
+// A name that has no room is none that is looked for.
+bool platform_read_dir(intptr_t dir, char *name, size_t size)
+{
+    errno = 0;
+    const dirent *entry = readdir(stream_of(dir));
+    if (entry != nullptr)
+        text_copy(name, size, entry->d_name);
+    return entry != nullptr;
+}
+
+bool platform_can_enter_in(intptr_t dir, const char *path)
+{
+    return can_enter_in(dirfd(stream_of(dir)), path);
+}
+
+bool platform_make_dir_in(intptr_t dir, const char *path)
+{
+    return posix_retry([&] { return mkdirat(dirfd(stream_of(dir)), path, 0777); }) == 0;
+}
+
+void platform_close_dir(intptr_t dir)
+{
+    closedir(stream_of(dir));
 }
 
 // Opening without blocking keeps a pipe without a writer from holding the
@@ -39,12 +84,14 @@ static int open_file(const char *path, bool *is_regular)
     if (file < 0)
         return -1;
     struct stat status;
-    if (fstat(file, &status) == 0 && !S_ISDIR(status.st_mode)) {
+    bool is_known = posix_retry([&] { return fstat(file, &status); }) == 0;
+    if (is_known && !S_ISDIR(status.st_mode)) {
         *is_regular = S_ISREG(status.st_mode);
         return file;
     }
+    int reason = is_known ? EISDIR : errno;
     close(file);
-    errno = EISDIR;
+    errno = reason;
     return -1;
 }
 
@@ -91,52 +138,57 @@ bool platform_opens_for_reading(const char *path)
     return true;
 }
 
-// What a link leads to is left alone: in a directory that many may write to,
-// anybody could have made it.
-static bool create_file(const char *path)
-{
-    constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOFOLLOW;
-    int file = posix_open(path, flags, 0666);
-    if (file < 0 && errno == ELOOP && platform_remove_file(path))
-        file = posix_open(path, flags, 0666);
-    if (file < 0)
-        return false;
-    close(file);
-    return true;
-}
-
-// Another user's file of that name may be gone again when it is looked for.
-static bool may_be_of_another_user(const char *path)
+// Something of that name that can't be removed may be another user's.
+static bool can_create_but_for(const char *path, const char *dir)
 {
     struct stat status;
-    return (errno == EACCES || errno == EPERM) &&
-           (lstat(path, &status) == 0 ? status.st_uid != geteuid() : errno == ENOENT);
+    int file =
+        posix_retry([&] { return open(path, O_WRONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC); });
+    if (file >= 0) {
+        close(file);
+        return true;
+    }
+    bool is_own_dir = posix_retry([&] { return lstat(path, &status); }) == 0 &&
+                      S_ISDIR(status.st_mode) && status.st_uid == geteuid();
+    return !is_own_dir &&
+           posix_retry([&] { return faccessat(AT_FDCWD, dir, W_OK | X_OK, AT_EACCESS); }) == 0;
 }
 
+// A file of that name is removed, and another created: nobody's text is emptied and
+// no link followed, as anybody may put one into a common directory.
 bool platform_can_create(const char *dir, const char *name)
 {
+    constexpr int most_tries = 1000; // others may probe at the same time
     char path[PATH_MAX];
     if (!text_join(path, {dir, "/", name}))
         return false;
-    if (create_file(path)) {
-        platform_remove_file(path);
-        return true;
+    for (int tries = 0; tries < most_tries; ++tries) {
+        int file = posix_open(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
+        if (file >= 0) {
+            close(file);
+            platform_remove_file(path);
+            return true;
+        }
+        if (errno != EEXIST)
+            return false;
+        if (!platform_remove_file(path) && errno != ENOENT)
+            return can_create_but_for(path, dir);
     }
-    return may_be_of_another_user(path) && faccessat(AT_FDCWD, dir, W_OK | X_OK, AT_EACCESS) == 0;
+    return false; // not reached: nobody is that quick
 }
 
 // The file is emptied when nothing can fail any more.
 FILE *platform_open_to_write(const char *path, const char *mode)
 {
-    bool appends = *mode == 'a', empties = *mode == 'w', is_regular = false;
+    bool appends = *mode == 'a', empties = *mode == 'w', has_text = false;
     int flags = appends ? O_APPEND : 0;
-    int file = posix_open_to_write(path, flags | (appends || empties ? O_CREAT : 0), &is_regular);
+    int file = posix_open_to_write(path, flags | (appends || empties ? O_CREAT : 0), &has_text);
     if (file < 0)
         return nullptr;
     FILE *stream = fcntl(file, F_SETFL, flags) == 0 ? fdopen(file, appends ? "a" : "w") : nullptr;
     if (stream == nullptr)
         close(file);
-    if (stream == nullptr || !empties || !is_regular || platform_empty(stream))
+    if (stream == nullptr || !empties || !has_text || platform_cut(stream))
         return stream;
     int reason = errno;
     fclose(stream);
@@ -156,14 +208,22 @@ bool platform_write(FILE *file, const char *from, size_t size)
     return true;
 }
 
-bool platform_empty(FILE *file)
+bool platform_rewind(FILE *file)
+{
+    return lseek(fileno(file), 0, SEEK_SET) == 0 || errno == ESPIPE;
+}
+
+// A device has no length.
+bool platform_cut(FILE *file)
 {
     struct stat status;
-    if (posix_retry([&] { return ftruncate(fileno(file), 0); }) != 0 &&
-        (fstat(fileno(file), &status) != 0 || S_ISREG(status.st_mode))) // a device has no length
+    const int number = fileno(file);
+    if (posix_retry([&] { return fstat(number, &status); }) != 0)
         return false;
-    lseek(fileno(file), 0, SEEK_SET);
-    return true;
+    if (!S_ISREG(status.st_mode))
+        return true;
+    const off_t length = lseek(number, 0, SEEK_CUR);
+    return length >= 0 && posix_retry([&] { return ftruncate(number, length); }) == 0;
 }
 
 bool platform_sync(FILE *file)
@@ -217,26 +277,23 @@ static bool temporary_dir_is_there()
     struct stat status;
     if (temporary_dir_owner != getpid() || temporary_dir[0] == '\0')
         return false;
-    return mkdir(temporary_dir, 0700) == 0 ||
-           (lstat(temporary_dir, &status) == 0 && S_ISDIR(status.st_mode) &&
-            status.st_uid == geteuid());
+    return posix_retry([&] { return mkdir(temporary_dir, 0700); }) == 0 ||
+           (posix_retry([&] { return lstat(temporary_dir, &status); }) == 0 &&
+            S_ISDIR(status.st_mode) && status.st_uid == geteuid());
 }
 
 // A relative TMPDIR would lead elsewhere after a change of directory, and "\"
 // is turned in all paths.
 bool platform_temporary_dir(char *to, size_t width)
 {
+    constexpr size_t longest_rest = 40; // the directory's own name, and that of a file in it
     const char *parent = getenv("TMPDIR");
-    bool is_good = parent != nullptr && parent[0] == '/' && strchr(parent, '\\') == nullptr;
+    bool is_good = parent != nullptr && parent[0] == '/' && strchr(parent, '\\') == nullptr &&
+                   strlen(parent) + longest_rest < width;
     bool is_made = temporary_dir_is_there() || (is_good && make_temporary_dir(parent)) ||
                    make_temporary_dir("/tmp");
     int length = snprintf(to, width, "%s/", temporary_dir);
     return is_made && length >= 0 && static_cast<size_t>(length) < width;
-}
-
-bool platform_lasting_dir(char *to, size_t width)
-{
-    return text_copy(to, width, "/var/tmp/");
 }
 
 intptr_t platform_lock_temp_dir()
@@ -251,7 +308,8 @@ void platform_unlock_temp_dir(intptr_t)
 bool platform_same_file(const char *first, const char *second)
 {
     struct stat one, other;
-    return stat(first, &one) == 0 && stat(second, &other) == 0 && one.st_dev == other.st_dev &&
+    return posix_retry([&] { return stat(first, &one); }) == 0 &&
+           posix_retry([&] { return stat(second, &other); }) == 0 && one.st_dev == other.st_dev &&
            one.st_ino == other.st_ino;
 }
 

@@ -18,11 +18,11 @@
 
 // ---- Locks ----
 
-static long milliseconds()
+int64_t platform_clock()
 {
     timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<long>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+    return static_cast<int64_t>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
 }
 
 static void rest_for(long duration)
@@ -34,12 +34,12 @@ static void rest_for(long duration)
 // This kind of lock belongs to the open file, so that it outlives the closing
 // of the same file by other ways.  Only another's lock is waited for: a system
 // that knows none, or has no more of them, gives another reason.
-static bool lock(int file, long deadline)
+static bool lock(int file, int64_t deadline)
 {
     for (long pause = 1; flock(file, LOCK_EX | LOCK_NB) != 0; pause = pause < 32 ? 2 * pause : 50) {
         if (errno != EWOULDBLOCK && errno != EINTR)
             return true;
-        if (milliseconds() >= deadline)
+        if (platform_clock() >= deadline)
             return false;
         rest_for(pause);
     }
@@ -50,17 +50,17 @@ static bool lock(int file, long deadline)
 static bool was_replaced(const char *path, int file)
 {
     struct stat one, other;
-    if (stat(path, &one) != 0)
+    if (posix_retry([&] { return stat(path, &one); }) != 0)
         return errno == ENOENT;
-    return fstat(file, &other) == 0 && (one.st_dev != other.st_dev || one.st_ino != other.st_ino);
+    return posix_retry([&] { return fstat(file, &other); }) == 0 &&
+           (one.st_dev != other.st_dev || one.st_ino != other.st_ino);
 }
 
-intptr_t platform_lock_file(const char *path)
+intptr_t platform_lock_file(const char *path, int64_t deadline)
 {
-    const long deadline = milliseconds() + 10000;
     for (;;) {
-        bool is_regular = false;
-        int file = posix_open_to_write(path, O_APPEND, &is_regular);
+        bool has_text = false;
+        int file = posix_open_to_write(path, O_APPEND, &has_text);
         if (file < 0)
             return -1;
         if (!lock(file, deadline)) {
@@ -84,20 +84,32 @@ void platform_unlock(intptr_t lock)
 
 // ---- What a path leads to ----
 
+// A device has no text, and others write to it.
+static file_state state_of(const struct stat &status)
+{
+    if (!S_ISREG(status.st_mode))
+        return {};
+    return {status.st_dev,
+            status.st_ino,
+            static_cast<uint64_t>(status.st_size),
+            {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec,
+             status.st_ctim.tv_nsec}};
+}
+
 bool platform_file_state(const char *path, file_state *state)
 {
-    struct stat status;
-    *state = {};
-    if (posix_retry([&] { return stat(path, &status); }) != 0)
-        return false;
-    if (!S_ISREG(status.st_mode)) // a device has no text, and others write to it
-        return true;
-    *state = {status.st_dev,
-              status.st_ino,
-              static_cast<uint64_t>(status.st_size),
-              {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec,
-               status.st_ctim.tv_nsec}};
-    return true;
+    struct stat status = {};
+    bool is_known = posix_retry([&] { return stat(path, &status); }) == 0;
+    *state = state_of(status);
+    return is_known;
+}
+
+bool platform_stream_state(FILE *file, file_state *state)
+{
+    struct stat status = {};
+    bool is_known = posix_retry([&] { return fstat(fileno(file), &status); }) == 0;
+    *state = state_of(status);
+    return is_known;
 }
 
 bool platform_same_state(const file_state *first, const file_state *second)
@@ -119,9 +131,9 @@ bool platform_follow_links(const char *path, char *to, size_t size)
     if (!text_copy(to, size, path))
         return false;
     for (int left = 40; left > 0; --left) { // as many as the system follows
-        ssize_t length = readlink(to, target, sizeof target - 1);
+        ssize_t length = posix_retry([&] { return readlink(to, target, sizeof target - 1); });
         if (length < 0)
-            return true;
+            return errno == EINVAL || errno == ENOENT; // no link, or nothing
         target[length] = '\0';
         to[target[0] == '/' ? 0 : dir_length(to)] = '\0';
         if (!text_append(to, size, target))
@@ -139,7 +151,7 @@ static bool has_attributes(const char *path)
 {
 #ifdef __linux__
     char names[4096];
-    ssize_t length = listxattr(path, names, sizeof names);
+    ssize_t length = posix_retry([&] { return listxattr(path, names, sizeof names); });
     if (length < 0)
         return errno != ENOTSUP && errno != ENOSYS;
     for (const char *name = names; name < names + length; name += strlen(name) + 1)
@@ -169,13 +181,34 @@ static int create_unique(new_file *made, const char *path, mode_t mode)
     return file;
 }
 
-// A file of one's own for that of a group is as private as for anybody else.
-static mode_t private_mode(mode_t mode, bool has_owner, bool has_list)
+// A list that the directory gives to new files lets others in.
+static bool remove_access_list(int file)
+{
+#ifdef __linux__
+    return posix_retry([&] { return fremovexattr(file, "system.posix_acl_access"); }) == 0 ||
+           errno == ENODATA || errno == ENOTSUP || errno == ENOSYS;
+#else
+    return file >= 0;
+#endif
+}
+
+static bool set_owner(int file, uid_t user, gid_t group)
+{
+    return posix_retry([&] { return fchown(file, user, group); }) == 0;
+}
+
+static bool set_mode(int file, mode_t mode)
+{
+    return posix_retry([&] { return fchmod(file, mode); }) == 0;
+}
+
+// With another group nobody has rights that he did not have as one of all others.
+static mode_t private_mode(mode_t mode, bool has_group, bool has_list)
 {
     if (has_list)
         mode &= 0700;
-    if (!has_owner)
-        mode = (mode & 0700) | (mode & 7) * 011;
+    if (!has_group)
+        mode = (mode & 0700) | (mode & mode >> 3 & 7) * 011;
     return (mode & 0777) | S_IWUSR;
 }
 
@@ -183,15 +216,17 @@ static mode_t private_mode(mode_t mode, bool has_owner, bool has_list)
 static bool set_owner_and_mode(int file, new_file_kind kind, const struct stat *like, bool has_list)
 {
     struct stat own;
-    if (fstat(file, &own) != 0)
+    if (posix_retry([&] { return fstat(file, &own); }) != 0 || !remove_access_list(file))
         return false;
-    bool has_owner = (own.st_uid == like->st_uid && own.st_gid == like->st_gid) ||
-                     fchown(file, like->st_uid, like->st_gid) == 0;
+    bool has_group = own.st_gid == like->st_gid;
+    bool has_owner =
+        (own.st_uid == like->st_uid && has_group) || set_owner(file, like->st_uid, like->st_gid);
     if (kind == NEW_FILE_PRIVATE) {
-        fchmod(file, private_mode(like->st_mode, has_owner, has_list)); // else it is more private
+        has_group = has_owner || has_group || set_owner(file, own.st_uid, like->st_gid);
+        set_mode(file, private_mode(like->st_mode, has_group, has_list)); // else it is more private
         return true;
     }
-    if (has_owner && fchmod(file, like->st_mode & 07777) == 0)
+    if (has_owner && set_mode(file, like->st_mode & 07777))
         return true;
     errno = EPERM;
     return false;
@@ -203,7 +238,7 @@ bool platform_create_beside(new_file *made, const char *path, new_file_kind kind
     struct stat status = {};
     *made->path = '\0';
     made->stream = nullptr;
-    if (kind != NEW_FILE && stat(like, &status) != 0)
+    if (kind != NEW_FILE && posix_retry([&] { return stat(like, &status); }) != 0)
         return false;
     bool has_list = kind != NEW_FILE && has_attributes(like);
     bool is_one_of_many = !S_ISREG(status.st_mode) || status.st_nlink > 1 || has_list;
@@ -284,4 +319,26 @@ bool platform_sync_dir_of(const char *path)
     close(file);
     errno = reason;
     return is_done;
+}
+
+// The device and the number stay while a file is written over.
+bool platform_lasting_copy_path(const char *path, char *to, size_t size)
+{
+    struct stat status;
+    if (posix_retry([&] { return stat(path, &status); }) != 0)
+        return false;
+    int length =
+        snprintf(to, size, "/var/tmp/.vek-previous-%ld-%llx-%llx", static_cast<long>(geteuid()),
+                 static_cast<unsigned long long>(status.st_dev),
+                 static_cast<unsigned long long>(status.st_ino));
+    return length > 0 && static_cast<size_t>(length) < size;
+}
+
+bool platform_is_own_copy(const char *copy, const char *path)
+{
+    struct stat own, other;
+    return posix_retry([&] { return lstat(copy, &own); }) == 0 && S_ISREG(own.st_mode) &&
+           own.st_nlink == 1 && own.st_size > 0 &&
+           (own.st_uid == geteuid() ||
+            (posix_retry([&] { return stat(path, &other); }) == 0 && own.st_uid == other.st_uid));
 }

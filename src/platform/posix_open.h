@@ -20,7 +20,7 @@ template <typename Call> auto posix_retry(const Call &call)
 // file from being opened without blocking is waited for.
 int posix_open(const char *path, int flags, mode_t mode = 0);
 // The same for writing.  A pipe does not open (ENXIO).
-int posix_open_to_write(const char *path, int flags, bool *is_regular);
+int posix_open_to_write(const char *path, int flags, bool *has_text);
 
 // As fsync, in spite of signals; true also where there is nothing to sync.
 bool posix_sync(int file);

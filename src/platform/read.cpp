@@ -12,14 +12,6 @@ static bool was_interrupted(FILE *file)
     return true;
 }
 
-int platform_getc(FILE *file)
-{
-    int character = getc(file);
-    while (character == EOF && was_interrupted(file))
-        character = getc(file);
-    return character;
-}
-
 size_t platform_read(FILE *file, char *to, size_t size)
 {
     size_t length = fread(to, 1, size, file);

@@ -83,7 +83,7 @@ FILE *platform_open_to_write(const char *path, const char *mode)
     bool appends = *mode == 'a', empties = *mode == 'w';
     int flags = (appends ? _O_APPEND : 0) | (appends || empties ? _O_CREAT : 0);
     FILE *stream = open_stream(path, _O_WRONLY | flags, mode);
-    if (stream == nullptr || !empties || platform_empty(stream))
+    if (stream == nullptr || !empties || platform_cut(stream))
         return stream;
     fclose(stream);
     errno = EACCES;
@@ -95,12 +95,16 @@ bool platform_write(FILE *file, const char *from, size_t size)
     return fwrite(from, 1, size, file) == size && fflush(file) == 0;
 }
 
-bool platform_empty(FILE *file)
+bool platform_rewind(FILE *file)
 {
-    if (is_on_disk(_fileno(file)) && _chsize(_fileno(file), 0) != 0)
-        return false;
     rewind(file);
     return true;
+}
+
+bool platform_cut(FILE *file)
+{
+    const int number = _fileno(file);
+    return !is_on_disk(number) || _chsize_s(number, _telli64(number)) == 0;
 }
 
 static bool sync_to_disk(int file)
@@ -167,11 +171,6 @@ bool platform_temporary_dir(char *to, size_t width)
         _mkdir(temporary_dir);
     int length = snprintf(to, width, "%s", temporary_dir);
     return length > 0 && static_cast<size_t>(length) < width;
-}
-
-bool platform_lasting_dir(char *to, size_t width)
-{
-    return platform_temporary_dir(to, width);
 }
 
 // All processes of a user have one directory here, as far as their variables say

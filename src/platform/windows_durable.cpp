@@ -10,6 +10,11 @@
 
 // ---- Locks ----
 
+int64_t platform_clock()
+{
+    return static_cast<int64_t>(GetTickCount64());
+}
+
 // Who has this file has the lock: nobody else can open it, and the system removes
 // it with the process.  It is not the private file itself, which could not be
 // replaced while it is open.
@@ -24,22 +29,22 @@ static HANDLE create_lock_file(const char *path)
 
 // A file that is about to be removed can't be opened for a moment, and gives the
 // same reason as one in a directory where none can be created.
-intptr_t platform_lock_file(const char *path)
+intptr_t platform_lock_file(const char *path, int64_t deadline)
 {
     int file = windows_open_soon(path, _O_WRONLY | _O_APPEND | _O_BINARY);
     if (file < 0)
         return -1;
     _close(file);
-    const ULONGLONG start = GetTickCount64();
+    const int64_t start = platform_clock();
     for (;;) {
         HANDLE lock = create_lock_file(path);
         if (lock != INVALID_HANDLE_VALUE)
             return reinterpret_cast<intptr_t>(lock);
         DWORD reason = GetLastError();
-        ULONGLONG waited = GetTickCount64() - start;
-        if (reason != ERROR_SHARING_VIOLATION && (reason != ERROR_ACCESS_DENIED || waited > 100))
+        if (reason != ERROR_SHARING_VIOLATION &&
+            (reason != ERROR_ACCESS_DENIED || platform_clock() > start + 100))
             return 0;
-        if (waited > 10000) {
+        if (platform_clock() >= deadline) {
             errno = ETIMEDOUT;
             return -1;
         }
@@ -75,19 +80,32 @@ static uint64_t join(DWORD high, DWORD low)
     return static_cast<uint64_t>(high) << 32 | low;
 }
 
-bool platform_file_state(const char *path, file_state *state)
+static file_state state_of(const BY_HANDLE_FILE_INFORMATION &found, bool is_regular)
 {
-    BY_HANDLE_FILE_INFORMATION found;
-    bool is_regular = false;
-    *state = {};
-    if (!read_identity(path, &found, &is_regular))
-        return false;
-    if (is_regular)
-        *state = {
-            found.dwVolumeSerialNumber,
+    if (!is_regular)
+        return {};
+    return {found.dwVolumeSerialNumber,
             join(found.nFileIndexHigh, found.nFileIndexLow),
             join(found.nFileSizeHigh, found.nFileSizeLow),
             {found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime, 0, 0}};
+}
+
+bool platform_file_state(const char *path, file_state *state)
+{
+    BY_HANDLE_FILE_INFORMATION found = {};
+    bool is_regular = false;
+    bool is_known = read_identity(path, &found, &is_regular);
+    *state = state_of(found, is_regular);
+    return is_known;
+}
+
+bool platform_stream_state(FILE *file, file_state *state)
+{
+    BY_HANDLE_FILE_INFORMATION found = {};
+    HANDLE handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
+    bool is_regular =
+        GetFileType(handle) == FILE_TYPE_DISK && GetFileInformationByHandle(handle, &found) != 0;
+    *state = state_of(found, is_regular);
     return true;
 }
 
@@ -230,4 +248,22 @@ bool platform_must_overwrite()
 bool platform_sync_dir_of(const char *)
 {
     return true;
+}
+
+bool platform_lasting_copy_path(const char *path, char *to, size_t size)
+{
+    char dir[MAX_PATH];
+    file_state state;
+    if (!platform_file_state(path, &state) || !platform_temporary_dir(dir, sizeof dir))
+        return false;
+    int length = snprintf(to, size, "%s.vek-previous-%llx-%llx", dir,
+                          static_cast<unsigned long long>(state.device),
+                          static_cast<unsigned long long>(state.number));
+    return length > 0 && static_cast<size_t>(length) < size;
+}
+
+bool platform_is_own_copy(const char *copy, const char *)
+{
+    file_state state;
+    return platform_file_state(copy, &state) && state.size > 0;
 }

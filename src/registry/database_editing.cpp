@@ -190,7 +190,7 @@ static const char *mark_of(const vek_db_rec *db)
     return db->writable != 0 ? " *" : "  ";
 }
 
-int vek_db_list_print(FILE *stream)
+int vek_db_list_print(text_builder *out)
 {
     for (int level = 1; level <= db_count(); ++level)
         db_at(level)->writable = vek_dir_is_writable(db_at(level)->path);
@@ -198,25 +198,26 @@ int vek_db_list_print(FILE *stream)
         const vek_db_rec *db = db_at(level);
         char label[32];
         snprintf(label, sizeof label, "   Level %i :", level);
-        fprintf(stream, "%-18s %s%-30s %-s\n", label, mark_of(db), db->name, db->path);
+        builder_print(out, "%-18s %s%-30s %-s\n", label, mark_of(db), db->name, db->path);
     }
-    fputs("\n\n '*' indicates a writable database.\n", stream);
-    fputs("'**' indicates the default writable database.\n", stream);
+    builder_print(out, "\n\n '*' indicates a writable database.\n");
+    builder_print(out, "'**' indicates the default writable database.\n");
     return 0;
 }
 
 int vorn_vek_db_info(const char *path)
 {
+    constexpr const char *caller = "vorn_vek_db_info";
+    constexpr const char *row = "%-20s %-30s %-s\n";
     if (text_is_empty(path))
         return 0;
-    FILE *file = report_file_open(path, "vorn_vek_db_info");
+    FILE *file = report_file_open(path, caller);
     if (file == nullptr)
         return 1;
-    constexpr const char *row = "%-20s %-30s %-s\n";
-    fputs("Current VEK search directories :\n", file);
-    fprintf(file, row, "Search level", "Database alias name", "Path of database");
-    fprintf(file, row, "------------", "-------------------", "----------------");
-    vek_db_list_print(file);
-    fclose(file);
-    return 0;
+    text_builder out = {};
+    builder_print(&out, "Current VEK search directories :\n");
+    builder_print(&out, row, "Search level", "Database alias name", "Path of database");
+    builder_print(&out, row, "------------", "-------------------", "----------------");
+    vek_db_list_print(&out);
+    return report_file_close(file, &out, caller);
 }

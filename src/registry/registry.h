@@ -3,6 +3,7 @@
 #pragma once
 
 #include "records.h"
+#include "text/builder.h"
 
 #include <cstdio>
 
@@ -13,11 +14,11 @@ int vek_dir_is_writable(const char *path);
 
 // registry/database_editing.cpp.  The rows of the database report and what its
 // marks mean.  Every database is probed anew.  Result: 0.
-int vek_db_list_print(FILE *stream);
+int vek_db_list_print(text_builder *out);
 
 // registry/table_directories.cpp.  The rows of the table report; `mode` is
 // "info" for people.
-void vek_tbl_list_print(FILE *stream, const char *mode);
+void vek_tbl_list_print(text_builder *out, const char *mode);
 
 // registry/defaults.cpp.  Append an entry to a list that exists.
 void vek_propfile_add(const char *file_class, const char *value, int cfg_index);
@@ -40,6 +41,9 @@ void db_take_out(int level);
 // registry/table_directories.cpp.  Open a report file, which is emptied; null,
 // with a report, if it does not open.
 FILE *report_file_open(const char *path, const char *caller);
+// Write the whole report, and close the file.  Returns 1, with a report, if there is
+// no memory for it, else 0.
+int report_file_close(FILE *file, text_builder *out, const char *caller);
 
 // The texts by which a table is found.
 enum { TABLE_CLASS, TABLE_EXT, TABLE_ALIAS, TABLE_TEXTS };
@@ -64,8 +68,8 @@ void keys_release(vek_db_rec *db);
 void keys_append(vek_db_rec *db, const vek_tbl_rec *table);
 // The first table of a database with that class or extension; null if there is
 // none, or no database.
-const vek_tbl_rec *table_of_class(const vek_db_rec *db, const char *file_class);
-const vek_tbl_rec *table_of_ext(const vek_db_rec *db, const char *ext);
+vek_tbl_rec *table_of_class(const vek_db_rec *db, const char *file_class);
+vek_tbl_rec *table_of_ext(const vek_db_rec *db, const char *ext);
 
 // registry/tables.cpp.  Append a table to one database; false, with
 // "malloc_failure" reported, if there is no memory, and without a report if a

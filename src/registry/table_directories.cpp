@@ -19,29 +19,115 @@ static void warn_of_missing_directory(const vek_db_rec *db, const vek_tbl_rec *t
            cfg_file_of(table->cfg_index));
 }
 
-// Whether the directory is there, or can be made.  Another process may make it at
-// the same moment.
-static bool ensure_dir(const char *path, bool cwd_is_reachable)
+// What a database's directory has, while its table directories are made.
+struct db_dir {
+    intptr_t open;         // 0: each table is looked for by its path
+    bool is_listed;        // what is not listed is not there
+    bool cwd_is_reachable; // else no directory counts as there
+};
+
+// The part of a table's path after that of its database.
+static const char *path_in_db(const vek_tbl_rec *table)
 {
-    if ((cwd_is_reachable && platform_can_enter(path)) || platform_make_dir(path))
-        return true;
-    return errno == EEXIST && cwd_is_reachable && platform_can_enter(path);
+    const char *path = table->dir;
+    while (*path == '/')
+        ++path;
+    return *path == '\0' ? "." : path;
+}
+
+static bool can_enter(const db_dir *dir, const vek_tbl_rec *table)
+{
+    return dir->cwd_is_reachable &&
+           (dir->open == 0 ? platform_can_enter(table->full_path)
+                           : platform_can_enter_in(dir->open, path_in_db(table)));
+}
+
+static bool make_dir(const db_dir *dir, const vek_tbl_rec *table)
+{
+    return dir->open == 0 ? platform_make_dir(table->full_path)
+                          : platform_make_dir_in(dir->open, path_in_db(table));
+}
+
+// Whether the directory is there, or can be made.  Another process may make it at
+// the same moment, and some file systems list it in other letters.
+static bool ensure_dir(const db_dir *dir, const vek_tbl_rec *table)
+{
+    bool may_be_there = !dir->is_listed || table->dir_is_listed;
+    return (may_be_there && can_enter(dir, table)) || make_dir(dir, table) ||
+           (errno == EEXIST && can_enter(dir, table));
+}
+
+static bool is_wanted(const vek_tbl_rec *table, int last_cfg_index)
+{
+    return table->cfg_index <= last_cfg_index;
+}
+
+static int count_unseen(const vek_db_rec *db, int last_cfg_index)
+{
+    int count = 0;
+    for (int i = 0; i < db->tbl_count; ++i)
+        if (is_wanted(db->tbls[i], last_cfg_index) && !db->tbls[i]->dir_was_there)
+            ++count;
+    return count;
+}
+
+// Marks the tables of which the open directory has an entry.  Returns whether the
+// others have none: it is read no further than to the last table that was not there
+// before, and not to its end where much else is in it.
+static bool list_tables(const vek_db_rec *db, intptr_t dir, int unseen)
+{
+    char name[VEK_TBL_DIR_SIZE];
+    char alias[VEK_DB_NAME_SIZE + VEK_TBL_DIR_SIZE + 3];
+    for (int left = 2 * db->tbl_count + 100; unseen > 0 && left > 0; --left) {
+        if (!platform_read_dir(dir, name, sizeof name))
+            return errno == 0;
+        text_join(alias, {"<", db->name, ">/", name});
+        vek_tbl_rec *table = table_of_alias(db, alias);
+        if (table == nullptr || table->dir_is_listed)
+            continue;
+        table->dir_is_listed = true;
+        if (!table->dir_was_there)
+            --unseen;
+    }
+    return false;
+}
+
+// Listing a directory is one request for many tables to a file server, which keeps
+// those in mind that were looked for before.
+static db_dir open_db_dir(const vek_db_rec *db, int last_cfg_index)
+{
+    constexpr int few = 4;
+    db_dir dir = {0, false, can_come_back()};
+    int unseen = count_unseen(db, last_cfg_index);
+    if (unseen > few && dir.cwd_is_reachable)
+        dir.open = platform_open_dir(db->path);
+    if (dir.open != 0)
+        dir.is_listed = list_tables(db, dir.open, unseen);
+    return dir;
 }
 
 // Make the directories of the tables whose index is not above the last.  The
 // current directory stays the same meanwhile, so it is looked at once.
-// Result: 1 if one could not be made.
+// Returns 1 if one could not be made.
 static int make_directories(const vek_db_rec *db, int last_cfg_index)
 {
     int result = 0;
-    bool cwd_is_reachable = db->tbl_count > 0 && can_come_back();
+    if (db->tbl_count == 0)
+        return 0;
+    db_dir dir = open_db_dir(db, last_cfg_index);
     for (int i = 0; i < db->tbl_count; ++i) {
-        const vek_tbl_rec *table = db->tbls[i];
-        if (table->cfg_index > last_cfg_index || ensure_dir(table->full_path, cwd_is_reachable))
-            continue;
-        warn_of_missing_directory(db, table);
-        result = 1;
+        vek_tbl_rec *table = db->tbls[i];
+        if (is_wanted(table, last_cfg_index)) {
+            table->dir_was_there = ensure_dir(&dir, table);
+            if (!table->dir_was_there) {
+                warn_of_missing_directory(db, table);
+                result = 1;
+            }
+        }
+        table->dir_is_listed = false;
     }
+    if (dir.open != 0)
+        platform_close_dir(dir.open);
     return result;
 }
 
@@ -108,7 +194,7 @@ static bool make_table_directory(const char *path, const vek_tbl_rec *table)
 {
     char directory[VEK_TBL_PATH_SIZE];
     text_join(directory, {path, "/", table->dir});
-    if (ensure_dir(directory, can_come_back()))
+    if (platform_make_dir(directory) || (errno == EEXIST && vorn_vek_db_exists(directory) != 0))
         return true;
     report_no_directory(directory);
     return false;
@@ -141,13 +227,13 @@ int vorn_cre_dat(const char *path)
 
 static const char row_format[] = "%-12s %-23s %-26s %s\n";
 
-void vek_tbl_list_print(FILE *stream, const char *mode)
+void vek_tbl_list_print(text_builder *out, const char *mode)
 {
     const char *first_column = vek_strcasecmp(mode, "info") == 0 ? "Table" : "TABLE";
     const vek_db_rec *first = db_at(1);
     for (int i = 0; first != nullptr && i < first->tbl_count; ++i) {
         const vek_tbl_rec *table = first->tbls[i];
-        fprintf(stream, row_format, first_column, table->class_, table->dir, table->ext);
+        builder_print(out, row_format, first_column, table->class_, table->dir, table->ext);
     }
 }
 
@@ -160,17 +246,29 @@ FILE *report_file_open(const char *path, const char *caller)
     return file;
 }
 
+int report_file_close(FILE *file, text_builder *out, const char *caller)
+{
+    bool is_cut = out->is_cut;
+    platform_write(file, out->bytes, out->length);
+    fclose(file);
+    builder_release(out);
+    if (is_cut)
+        report_malloc_failure(caller);
+    return is_cut ? 1 : 0;
+}
+
 int vorn_vek_tbl_info(const char *path)
 {
+    constexpr const char *caller = "vorn_vek_tbl_info";
     if (text_is_empty(path))
         return 0;
-    FILE *file = report_file_open(path, "vorn_vek_tbl_info");
+    FILE *file = report_file_open(path, caller);
     if (file == nullptr)
         return 1;
-    fputs("Current VEK table structure :\n", file);
-    fprintf(file, row_format, "", "Class name", "Table Directory", "Extension");
-    fprintf(file, row_format, "", "----------", "---------------", "---------");
-    vek_tbl_list_print(file, "info");
-    fclose(file);
-    return 0;
+    text_builder out = {};
+    builder_print(&out, "Current VEK table structure :\n");
+    builder_print(&out, row_format, "", "Class name", "Table Directory", "Extension");
+    builder_print(&out, row_format, "", "----------", "---------------", "---------");
+    vek_tbl_list_print(&out, "info");
+    return report_file_close(file, &out, caller);
 }

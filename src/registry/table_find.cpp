@@ -36,7 +36,7 @@ void keys_append(vek_db_rec *db, const vek_tbl_rec *table)
         stored(db)->keys[which][db->tbl_count] = text_key(text_of(table, which));
 }
 
-static const vek_tbl_rec *find(const vek_db_rec *db, int which, const char *text)
+static vek_tbl_rec *find(const vek_db_rec *db, int which, const char *text)
 {
     if (db == nullptr || db->tbl_count == 0)
         return nullptr;
@@ -48,24 +48,24 @@ static const vek_tbl_rec *find(const vek_db_rec *db, int which, const char *text
         place = wmemchr(place, key, static_cast<size_t>(end - place));
         if (place == nullptr)
             return nullptr;
-        const vek_tbl_rec *table = db->tbls[place - keys];
+        vek_tbl_rec *table = db->tbls[place - keys];
         if (vek_strcasecmp(text_of(table, which), text) == 0)
             return table;
     }
     return nullptr;
 }
 
-const vek_tbl_rec *table_of_class(const vek_db_rec *db, const char *file_class)
+vek_tbl_rec *table_of_class(const vek_db_rec *db, const char *file_class)
 {
     return find(db, TABLE_CLASS, file_class);
 }
 
-const vek_tbl_rec *table_of_ext(const vek_db_rec *db, const char *ext)
+vek_tbl_rec *table_of_ext(const vek_db_rec *db, const char *ext)
 {
     return find(db, TABLE_EXT, ext);
 }
 
-const vek_tbl_rec *table_of_alias(const vek_db_rec *db, const char *alias)
+vek_tbl_rec *table_of_alias(const vek_db_rec *db, const char *alias)
 {
     return find(db, TABLE_ALIAS, alias);
 }

@@ -11,7 +11,7 @@ static bool grow(text_builder *text, size_t more)
     size_t needed = text->length + more + 1;
     if (needed <= text->capacity)
         return true;
-    size_t capacity = needed < 4096 ? 8192 : 2 * needed;
+    size_t capacity = needed < 4096 ? 8192 : needed + needed / 2;
     void *grown = text->is_cut ? nullptr : realloc(text->bytes, capacity);
     if (grown == nullptr) {
         text->is_cut = true;

@@ -1,7 +1,6 @@
 // The new text of the private file: its old text, brought up to date line by
 // line, or the sections that a new file and a save have.
 
-#include "config/line_reader.h"
 #include "config/private/private.h"
 #include "text/text.h"
 
@@ -45,14 +44,13 @@ static void refresh_environment_line(text_builder *out, const char *line, size_t
     builder_append(out, "\n", 1);
 }
 
-static void _vek_print_env_section(text_builder *out, write_mode mode, FILE *old)
+static void _vek_print_env_section(text_builder *out, write_mode mode, cfg_text *old)
 {
     open_section(out, "List of personal environment variables", "");
     if (mode == WRITE_SAVE) {
         char line[section_chunk + 2];
         size_t length = 0;
-        while (old != nullptr &&
-               (length = read_line_chunk(old, line, section_chunk, LINE_TEXT)) > 0)
+        while ((length = read_line_chunk(old, line, section_chunk, LINE_TEXT)) > 0)
             refresh_environment_line(out, line, length);
         return;
     }
@@ -161,7 +159,7 @@ static void _vek_print_testrig_section(text_builder *out, write_mode mode)
     builder_print(out, "%-12s %-18s %s\n", "!TESTRIG", "suspension", ".__MY_TESTRIG");
 }
 
-static void write_sections(text_builder *out, write_mode mode, FILE *old)
+static void write_sections(text_builder *out, write_mode mode, cfg_text *old)
 {
     builder_print(out, "%s! ************  %s Private Configuration File  ************\n%s", rule,
                   vek_product_string(), rule);
@@ -190,19 +188,17 @@ static const char *line_ending(const char *line, size_t length, const char *othe
     return length > 1 && line[length - 2] == '\r' ? "\r\n" : "\n";
 }
 
-// That of the first line, for chunks that have none of their own.  False if the
-// text could not be read from its beginning again.
-static bool find_line_ending(FILE *file, const char **ending)
+// That of the first line, for chunks that have none of their own.
+static const char *default_line_ending(const cfg_text *text)
 {
-    char line[merge_chunk + 2];
-    size_t length = 0;
-    *ending = nullptr;
-    while (*ending == nullptr &&
-           (length = read_line_chunk(file, line, merge_chunk, LINE_BYTES)) > 0)
-        *ending = line_ending(line, length, nullptr);
-    if (*ending == nullptr)
-        *ending = "\n";
-    return fseek(file, 0, SEEK_SET) == 0;
+    const char *bytes = text->bytes.bytes;
+    const void *newline =
+        text->bytes.length == 0 ? nullptr : memchr(bytes, '\n', text->bytes.length);
+    return newline == nullptr
+               ? "\n"
+               : line_ending(bytes,
+                             static_cast<size_t>(static_cast<const char *>(newline) - bytes) + 1,
+                             "");
 }
 
 static void insert_database(merge_state *state, const char *end)
@@ -247,23 +243,18 @@ static bool replace_line(merge_state *state, const char *line, size_t length)
     return text_is(keyword, "environment") && write_variable(state, operand, end);
 }
 
-bool compose_text(text_builder *out, FILE *old, write_mode mode, const char *name)
+void compose_text(text_builder *out, cfg_text *old, write_mode mode, const char *name)
 {
     if (mode == WRITE_TEMPLATE || mode == WRITE_SAVE) {
         write_sections(out, mode, old);
-        return old == nullptr || ferror(old) == 0;
+        return;
     }
     name = *name == '\0' ? nullptr : name;
     merge_state state = {out, mode == WRITE_ADDED ? name : nullptr,
-                         mode == WRITE_REMOVED ? name : nullptr, ""};
+                         mode == WRITE_REMOVED ? name : nullptr, default_line_ending(old)};
     char line[merge_chunk + 2];
     size_t length = 0;
-    if (old == nullptr)
-        return true;
-    if (!find_line_ending(old, &state.default_line_ending))
-        return false;
     while ((length = read_line_chunk(old, line, merge_chunk, LINE_BYTES)) > 0)
         if (!replace_line(&state, line, length))
             builder_append(out, line, length);
-    return ferror(old) == 0;
 }

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "config/cfg_text.h"
 #include "platform/durable.h"
 #include "records.h"
 #include "text/builder.h"
@@ -32,13 +33,14 @@ struct private_update {
     bool only_creates; // text that is there by now is left alone
 
     // While it goes on:
+    int64_t deadline;         // of waiting for locks
     intptr_t lock;            // -1: there is no file yet
     intptr_t temp_lock;       // of the directory for temporary files
     char target[4096];        // the file that the path leads to
     file_state read;          // the file that the new text is made for
     int unread;               // the errno value with which it did not open for a backup, or 0
     char copy[VEK_PATH_SIZE]; // of the old text; empty if there is none
-    FILE *old;                // the copy, open
+    cfg_text old;             // the old text; empty for a template
     text_builder text;        // the new text
     new_file made;            // holds it; none if it has to go over the old text
 };
@@ -48,8 +50,7 @@ bool lock_file(private_update *now);
 bool is_there_already(const private_update *now); // nothing is to be done
 bool back_up(private_update *now);
 bool save_copy(private_update *now);
-// `is_whole`: the new text is made from all of the old one.
-bool write_new_file(private_update *now, bool is_whole);
+bool write_new_file(private_update *now);
 // UPDATE_AGAIN: another program has changed the file meanwhile.
 enum update_result { NOT_UPDATED, UPDATED, UPDATE_AGAIN };
 update_result replace(private_update *now);
@@ -57,11 +58,9 @@ void remove_copies(private_update *now);
 void unlock_file(private_update *now);
 bool report_failure(const private_update *now, const char *reason);
 
-// config/private/compose.cpp.  Write the new text from `old`, the open old text,
-// which is null for a template and for a file that does not exist yet.  `name`
-// is the database of WRITE_ADDED and WRITE_REMOVED.  False if the old text could
-// not be read to its end.
-bool compose_text(text_builder *out, FILE *old, write_mode mode, const char *name);
+// config/private/compose.cpp.  Write the new text from the old one, which is gone
+// through.  `name` is the database of WRITE_ADDED and WRITE_REMOVED.
+void compose_text(text_builder *out, cfg_text *old, write_mode mode, const char *name);
 
 // config/private/statements.cpp.  Write a statement from what the process holds
 // now, with `end` after it.  False, and nothing written, if there is nothing that

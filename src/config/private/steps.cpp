@@ -24,14 +24,23 @@ static bool report_unopened(const char *path)
     return false;
 }
 
-bool report_kept_text(const char *path)
+static void report_kept_text(const char *copy)
+{
+    if (copy != nullptr)
+        report(REPORT_ERROR, caller, "The previous text is kept in file %s.", copy);
+}
+
+void report_lost_text(const char *path)
 {
     char target[4096];
-    const char *kept =
-        platform_follow_links(path, target, sizeof target) ? overwrite_kept_copy(target) : nullptr;
-    if (kept != nullptr)
-        report(REPORT_ERROR, caller, "The previous text is kept in file %s.", kept);
-    return kept != nullptr;
+    if (!platform_follow_links(path, target, sizeof target) ||
+        overwrite_kept_copy(target) == nullptr)
+        return;
+    intptr_t lock = platform_lock_file(path, 0);
+    if (lock >= 0 || errno != ETIMEDOUT) // else an update is going on
+        report_kept_text(overwrite_kept_copy(target));
+    if (lock >= 0)
+        platform_unlock(lock);
 }
 
 static bool warn_of_unwritable_file(const char *path)
@@ -126,14 +135,16 @@ static bool report_unlocked(private_update *now)
 bool lock_file(private_update *now)
 {
     errno = ENAMETOOLONG;
-    now->lock = *now->path == '\0' ? -1 : platform_lock_file(now->path);
+    now->lock = *now->path == '\0' ? -1 : platform_lock_file(now->path, now->deadline);
     if (now->lock < 0 && errno != ENOENT)
         return report_unlocked(now);
     now->read = {};
     if ((now->lock >= 0 && !platform_file_state(now->path, &now->read)) ||
         !platform_follow_links(now->path, now->target, sizeof now->target))
         return report_failure(now, strerror(errno));
-    return !report_kept_text(now->path);
+    const char *copy = now->lock < 0 ? nullptr : overwrite_find_loss(now->target);
+    report_kept_text(copy);
+    return copy == nullptr;
 }
 
 bool is_there_already(const private_update *now)
@@ -166,9 +177,10 @@ bool save_copy(private_update *now)
         return report_failure(now, "There is no directory for temporary files");
     if (!copy_old_text(now))
         return false;
-    now->old = platform_open_to_read(now->copy);
-    if (now->old == nullptr)
+    if (!load_text(&now->old, now->copy))
         return report_unopened(now->copy);
+    if (!now->old.is_whole)
+        return report_failure(now, strerror(EIO));
     return now->unread == 0 || report_unread(now);
 }
 
@@ -189,12 +201,11 @@ static bool opens_for_writing(const private_update *now)
     return true;
 }
 
-// `is_composed`: the text is made from all of the old one.
-bool write_new_file(private_update *now, bool is_composed)
+bool write_new_file(private_update *now)
 {
     const bool is_new = now->lock < 0;
-    if (now->text.is_cut || !is_composed)
-        return report_failure(now, strerror(now->text.is_cut ? ENOMEM : EIO));
+    if (now->text.is_cut)
+        return report_failure(now, strerror(ENOMEM));
     if (!is_new && !opens_for_writing(now))
         return false;
     if (!platform_create_beside(&now->made, now->target, is_new ? NEW_FILE : NEW_FILE_EXACT,
@@ -234,7 +245,7 @@ update_result replace(private_update *now)
     if (now->lock < 0 && errno == EEXIST)
         return UPDATE_AGAIN;
     report_failure(now, strerror(errno));
-    report_kept_text(now->path);
+    report_kept_text(overwrite_kept_copy(now->target));
     return NOT_UPDATED;
 }
 
@@ -244,11 +255,10 @@ void remove_copies(private_update *now)
     text_copy(path, now->copy);
     platform_discard(&now->made);
     builder_release(&now->text);
-    if (now->old != nullptr)
-        fclose(now->old);
+    release_text(&now->old);
     if (path[0] != '\0')
         vorn_vek_delete_file_silent(path);
-    now->old = nullptr;
+    now->old = {};
     now->copy[0] = '\0';
 }
 

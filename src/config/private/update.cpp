@@ -16,6 +16,7 @@ static int update(private_update *now)
 {
     constexpr int most_tries = 5;
     update_result result = UPDATE_AGAIN;
+    now->deadline = platform_clock() + 10000;
     for (int tries = 0; result == UPDATE_AGAIN && tries < most_tries; ++tries) {
         result = NOT_UPDATED;
         if (!lock_file(now)) {
@@ -24,9 +25,9 @@ static int update(private_update *now)
             result = UPDATED;
         } else if (back_up(now) &&   // what the user can return to
                    save_copy(now)) { // what the new text is made from
-            bool is_whole = compose_text(&now->text, now->old, now->mode, now->name);
-            if (write_new_file(now, is_whole)) // beside the old one, and on the disk
-                result = replace(now);         // in one step, unless the old one has changed
+            compose_text(&now->text, &now->old, now->mode, now->name);
+            if (write_new_file(now))   // beside the old one, and on the disk
+                result = replace(now); // in one step, unless the old one has changed
         }
         remove_copies(now);
         unlock_file(now);
