@@ -268,5 +268,11 @@ TEST_F(Processes, HaveTemporaryDirectoriesOfTheirOwn)
         exit(0);
     wait(nullptr);
     EXPECT_TRUE(std::filesystem::exists(dir)); // a child that ends leaves it alone
+    EXPECT_EQ(in_child([this] {                // a long one leaves no room for the names of files
+                  make_dir(home + "/" + xs(220));
+                  set("TMPDIR", home + "/" + xs(220));
+                  return std::string(vorn_vek_tmp_file_path()).substr(0, 5);
+              }),
+              "/tmp/");
     EXPECT_EQ(vorn_vek_get_file_separator() + std::to_string(vorn_vek_inherit_permissions()), "/0");
 }

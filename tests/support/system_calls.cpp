@@ -5,6 +5,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace calls {
@@ -29,15 +30,37 @@ static std::string path_of(int file)
     return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file), none).string();
 }
 
+// A function in the place of the system's, which is refused as `call` says.
+#define WRAP(result, name, parameters, arguments, call)                                            \
+    result __real_##name parameters;                                                               \
+    result __wrap_##name parameters                                                                \
+    {                                                                                              \
+        return is_refused(std::string(#name " ") + (call)) ? -1 : __real_##name arguments;         \
+    }
+
 extern "C" {
+WRAP(ssize_t, write, (int file, const void *from, size_t size), (file, from, size), path_of(file))
+WRAP(int, fsync, (int file), (file), path_of(file))
+WRAP(int, ftruncate, (int file, off_t size), (file, size), path_of(file))
+WRAP(int, flock, (int file, int operation), (file, operation), path_of(file))
+WRAP(int, fstat, (int file, struct stat *status), (file, status), path_of(file))
+WRAP(int, fchmod, (int file, mode_t mode), (file, mode), path_of(file))
+WRAP(int, fchown, (int file, uid_t user, gid_t group), (file, user, group), path_of(file))
+WRAP(int, fremovexattr, (int file, const char *name), (file, name), path_of(file))
+WRAP(int, stat, (const char *path, struct stat *status), (path, status), path)
+WRAP(int, lstat, (const char *path, struct stat *status), (path, status), path)
+WRAP(int, fstatat, (int dir, const char *path, struct stat *status, int flags),
+     (dir, path, status, flags), path)
+WRAP(ssize_t, readlink, (const char *path, char *to, size_t size), (path, to, size), path)
+WRAP(ssize_t, listxattr, (const char *path, char *to, size_t size), (path, to, size), path)
+WRAP(int, mkdir, (const char *path, mode_t mode), (path, mode), path)
+WRAP(int, mkdirat, (int dir, const char *path, mode_t mode), (dir, path, mode),
+     path_of(dir) + "/" + path)
+WRAP(int, unlink, (const char *path), (path), path)
+WRAP(int, rename, (const char *from, const char *to), (from, to), from + std::string(" ") + to)
+
 int __real_open(const char *path, int flags, ...);
-ssize_t __real_write(int file, const void *from, size_t size);
-int __real_fsync(int file);
-int __real_ftruncate(int file, off_t size);
-int __real_rename(const char *from, const char *to);
 int __real_renameat2(int, const char *from, int, const char *to, unsigned flags);
-int __real_flock(int file, int operation);
-int __real_mkdir(const char *path, mode_t mode);
 int __real_nanosleep(const timespec *time, timespec *left);
 int __real_clock_gettime(clockid_t clock, timespec *now);
 
@@ -50,36 +73,11 @@ int __wrap_open(const char *path, int flags, ...)
     const char *kind = (flags & O_NONBLOCK) != 0 ? "poll " : "open ";
     return is_refused(kind + std::string(path)) ? -1 : __real_open(path, flags, mode);
 }
-ssize_t __wrap_write(int file, const void *from, size_t size)
-{
-    return is_refused("write " + path_of(file)) ? -1 : __real_write(file, from, size);
-}
-int __wrap_fsync(int file)
-{
-    return is_refused("fsync " + path_of(file)) ? -1 : __real_fsync(file);
-}
-int __wrap_ftruncate(int file, off_t size)
-{
-    return is_refused("ftruncate " + path_of(file)) ? -1 : __real_ftruncate(file, size);
-}
-int __wrap_rename(const char *from, const char *to)
-{
-    return is_refused("rename " + std::string(from) + " " + to) ? -1 : __real_rename(from, to);
-}
 int __wrap_renameat2(int, const char *from, int, const char *to, unsigned flags)
 {
     if (is_refused("rename " + std::string(from) + " " + to))
         return -1;
     return __real_renameat2(AT_FDCWD, from, AT_FDCWD, to, flags);
-}
-int __wrap_flock(int file, int operation)
-{
-    return is_refused("flock " + path_of(file)) ? -1 : __real_flock(file, operation);
-}
-
-int __wrap_mkdir(const char *path, mode_t mode)
-{
-    return is_refused("mkdir " + std::string(path)) ? -1 : __real_mkdir(path, mode);
 }
 
 // While calls are seen, a wait takes no time but by the clock.
