@@ -244,6 +244,8 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
              {"e", xs(235), "DATABASE e " + xs(235) + "\n"},
              {"f", xs(255), "DATABASE f " + xs(255) + "\n"},
              {"two", xs(255), ""}}) {
+        if (on_windows && path.size() == 255)
+            continue; // no directory in it has a path that fits there
         write_file(file, "DATABASE x\n");
         EXPECT_EQ(vorn_vek_db_add(name.c_str(), path.c_str(), 1), 0);
         EXPECT_EQ(said(), line.empty() ? lost("Database '" + name + "'") : "") << name;
@@ -271,16 +273,17 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
     std::istringstream lines(read_text(file));
     for (std::string line; std::getline(lines, line);)
         statements += line[0] == '!' ? "" : line + "\n";
-    EXPECT_EQ(statements, at_home("ENVIRONMENT NONE x\nENVIRONMENT NONE y\n"
-                                  "DATABASE f " +
-                                  xs(255) + "\nDATABASE e " + xs(235) +
+    const std::string longest = on_windows ? "" : "DATABASE f " + xs(255) + "\n";
+    EXPECT_EQ(statements, at_home("ENVIRONMENT NONE x\nENVIRONMENT NONE y\n" + longest +
+                                  "DATABASE e " + xs(235) +
                                   "\n"
                                   "DATABASE     d                  " +
                                   xs(234) +
                                   "\n"
                                   "DATABASE     a,b                p\n"
                                   "DATABASE     private            HOME/private.vek\n"
-                                  "DATABASE_ORDER    f, e, d, vorn_shared, private\n"));
+                                  "DATABASE_ORDER    " +
+                                  (on_windows ? "" : "f, ") + "e, d, vorn_shared, private\n"));
     EXPECT_EQ(vorn_vek_set_def_testrig("tyre", "more words"), 1);
     EXPECT_EQ(vorn_sav_cfg(), 1);
     EXPECT_EQ(said(), lost("Test rig of class 'tyre'")); // another one

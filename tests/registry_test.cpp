@@ -196,6 +196,7 @@ TEST_F(Registry, ANewDatabaseDirectoryAndTheReport)
               "             ----------              ---------------            ---------\n"
               "Table       " +
                   row + "Table       " + row + "TABLE       " + row);
+    builder_release(&rows);
     add_table("same dampers.tbl dp2");
     add_table("deep no/such.tbl dp");
     EXPECT_EQ(vorn_cre_dat("new") + vorn_cre_dat("none/new"), 0);

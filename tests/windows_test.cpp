@@ -50,6 +50,31 @@ TEST_F(Windows, DrivesHaveCurrentDirectoriesOfTheirOwn)
     EXPECT_STREQ(vek_list[1]->path, "c:");
 }
 
+// As if the process made each its current directory.
+TEST_F(Windows, DirectoriesAreTestedWithoutLeavingTheCurrentOne)
+{
+    const fs::path here = fs::current_path();
+    make_dir("a long directory/in");
+    write_file("file");
+    for (const std::string &path :
+         {std::string("A LONG directory"), short_form("a long directory"), home, home + "/file/..",
+          std::string("a long directory\\in/"), std::string("none/.."), std::string("../.")})
+        EXPECT_EQ(vorn_vek_db_exists(path.c_str()), 1) << path;
+    for (const char *path :
+         {"", "file", "file/", "file/.", "none", "none/in", "c:/none", "a*", "nul"})
+        EXPECT_EQ(vorn_vek_db_exists(path), 0) << path;
+    for (std::string path = home; path.size() < 300; path += path.size() % 10 == 0 ? "/d" : "d") {
+        std::error_code ignored;
+        fs::create_directory("\\\\?\\" + fs::path(path).make_preferred().string(), ignored);
+        bool is_entered = SetCurrentDirectoryA(path.c_str()) != 0;
+        fs::current_path(here);
+        bool is_there = vorn_vek_db_exists(path.c_str()) == 1;
+        EXPECT_TRUE(is_entered ? is_there : !is_there || path.size() >= 258) << path.size();
+        EXPECT_TRUE(!is_there || path.size() <= 260) << path.size();
+    }
+    EXPECT_EQ(fs::current_path(), here);
+}
+
 TEST_F(Windows, ShortNamesAreGivenBackInTheirLongForm)
 {
     const std::string path = home + "/a long directory.vek";

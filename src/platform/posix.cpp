@@ -6,75 +6,10 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <dirent.h>
 #include <fcntl.h>
 #include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-bool platform_current_dir(char *to, size_t width)
-{
-    return getcwd(to, width) != nullptr;
-}
-
-// The last "." can be looked up only in a directory, and only by those who may
-// enter it.
-static bool can_enter_in(int dir, const char *path)
-{
-    char itself[PATH_MAX];
-    struct stat status;
-    return *path != '\0' && text_join(itself, {path, "/."}) &&
-           posix_retry([&] { return fstatat(dir, itself, &status, 0); }) == 0;
-}
-
-bool platform_can_enter(const char *path)
-{
-    return can_enter_in(AT_FDCWD, path);
-}
-
-bool platform_make_dir(const char *path)
-{
-    return posix_retry([&] { return mkdir(path, 0777); }) == 0;
-}
-
-intptr_t platform_open_dir(const char *path)
-{
-    int file = posix_open(path, O_RDONLY | O_DIRECTORY);
-    DIR *dir = file < 0 ? nullptr : fdopendir(file);
-    if (dir == nullptr && file >= 0)
-        close(file);
-    return reinterpret_cast<intptr_t>(dir);
-}
-
-static DIR *stream_of(intptr_t dir)
-{
-    return reinterpret_cast<DIR *>(dir);
-}
-
-// A name that has no room is none that is looked for.
-bool platform_read_dir(intptr_t dir, char *name, size_t size)
-{
-    errno = 0;
-    const dirent *entry = readdir(stream_of(dir));
-    if (entry != nullptr)
-        text_copy(name, size, entry->d_name);
-    return entry != nullptr;
-}
-
-bool platform_can_enter_in(intptr_t dir, const char *path)
-{
-    return can_enter_in(dirfd(stream_of(dir)), path);
-}
-
-bool platform_make_dir_in(intptr_t dir, const char *path)
-{
-    return posix_retry([&] { return mkdirat(dirfd(stream_of(dir)), path, 0777); }) == 0;
-}
-
-void platform_close_dir(intptr_t dir)
-{
-    closedir(stream_of(dir));
-}
 
 // Opening without blocking keeps a pipe without a writer from holding the
 // process.  *is_regular tells a regular file from a pipe or device.

@@ -3,29 +3,12 @@
 #include "text/text.h"
 
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <direct.h>
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
-
-bool platform_current_dir(char *to, size_t width)
-{
-    return width <= INT_MAX && _getcwd(to, static_cast<int>(width)) != nullptr;
-}
-
-bool platform_can_enter(const char *path)
-{
-    char here[260];
-    return platform_current_dir(here, sizeof here) && _chdir(path) == 0 && _chdir(here) == 0;
-}
-
-bool platform_make_dir(const char *path)
-{
-    return _mkdir(path) == 0;
-}
 
 static FILE *open_stream(const char *path, int flags, const char *mode)
 {

@@ -1,0 +1,101 @@
+#include "platform/platform.h"
+#include "platform/windows_open.h"
+#include "text/text.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <direct.h>
+
+bool platform_current_dir(char *to, size_t width)
+{
+    return width <= INT_MAX && _getcwd(to, static_cast<int>(width)) != nullptr;
+}
+
+// A drive alone would open as a device; what is meant is its current directory.
+static HANDLE open_to_traverse(const char *path)
+{
+    char on_drive[] = "?:.";
+    bool is_drive = path[0] != '\0' && path[1] == ':' && path[2] == '\0';
+    on_drive[0] = path[0];
+    return CreateFileA(is_drive ? on_drive : path, FILE_TRAVERSE,
+                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
+// A process that may traverse a directory can make it its current one.
+bool platform_can_enter(const char *path)
+{
+    BY_HANDLE_FILE_INFORMATION found;
+    HANDLE dir = open_to_traverse(path);
+    if (dir == INVALID_HANDLE_VALUE)
+        return false;
+    bool is_dir = GetFileInformationByHandle(dir, &found) != 0 &&
+                  (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    CloseHandle(dir);
+    return is_dir;
+}
+
+bool platform_make_dir(const char *path)
+{
+    return _mkdir(path) == 0;
+}
+
+// A listing is opened with its first entry.  What lies in the directory is found
+// by its path.
+struct dir_listing {
+    HANDLE search;
+    WIN32_FIND_DATAA entry;
+    bool has_entry; // that was not handed out
+    char path[MAX_PATH];
+};
+
+static dir_listing *listing_of(intptr_t dir)
+{
+    return reinterpret_cast<dir_listing *>(dir);
+}
+
+intptr_t platform_open_dir(const char *path)
+{
+    char pattern[MAX_PATH];
+    auto *dir = static_cast<dir_listing *>(malloc(sizeof(dir_listing)));
+    if (dir != nullptr && text_copy(dir->path, path) && text_join(pattern, {path, "/*"})) {
+        dir->search = FindFirstFileA(pattern, &dir->entry);
+        dir->has_entry = true;
+        if (dir->search != INVALID_HANDLE_VALUE)
+            return reinterpret_cast<intptr_t>(dir);
+    }
+    free(dir);
+    return 0;
+}
+
+bool platform_read_dir(intptr_t dir, char *name, size_t size)
+{
+    dir_listing *listing = listing_of(dir);
+    if (!listing->has_entry && FindNextFileA(listing->search, &listing->entry) == 0) {
+        errno = GetLastError() == ERROR_NO_MORE_FILES ? 0 : EIO;
+        return false;
+    }
+    listing->has_entry = false;
+    text_copy(name, size, listing->entry.cFileName);
+    return true;
+}
+
+bool platform_can_enter_in(intptr_t dir, const char *path)
+{
+    char whole[2 * MAX_PATH];
+    return text_join(whole, {listing_of(dir)->path, "/", path}) && platform_can_enter(whole);
+}
+
+bool platform_make_dir_in(intptr_t dir, const char *path)
+{
+    char whole[2 * MAX_PATH];
+    errno = ENAMETOOLONG;
+    return text_join(whole, {listing_of(dir)->path, "/", path}) && platform_make_dir(whole);
+}
+
+void platform_close_dir(intptr_t dir)
+{
+    FindClose(listing_of(dir)->search);
+    free(listing_of(dir));
+}
