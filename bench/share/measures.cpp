@@ -172,6 +172,9 @@ static bool copy_to_database(const tree &made)
 
 static void know_directories(const tree &made)
 {
+    for (const std::string &database : made.database_dirs)
+        for (fs::directory_iterator table(database), end; table != end; ++table)
+            continue;
     has_tables(made);
 }
 

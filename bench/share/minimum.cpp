@@ -1,7 +1,7 @@
 // How few requests lead to the same results.
 //
 // D databases have T tables each, whose names fill R replies of a listing, one for
-// each 24 or so.
+// each 24 or so where a reply has 4,096 bytes, one for each 190 where it has 32 KB.
 //
 // A look at a directory is a LOOKUP, which brings its attributes.  Names that a
 // listing has brought need none.
@@ -24,8 +24,8 @@
 // In both, 1 is a GETATTR of the directory that the databases lie in.  A listing of
 // it could take the place of the looks, if they all lay there; that is not presumed.
 //
-// A plug-in's start: 6.  Its database is looked at and probed.  The client knows the
-// tables of the user's database since the start, but for that of the plug-in.
+// A plug-in's start: 5.  Its database is looked at and probed.  The client knows the
+// tables of the user's database since the start, that of the plug-in among them.
 //
 // Search: 2 for a hit, LOOKUP and OPEN; the attributes tell whether it is a file.  1
 // for a miss, and D for a walk: the name itself is one of its candidates.

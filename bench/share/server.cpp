@@ -219,11 +219,11 @@ static fuse_operations operations()
     return known;
 }
 
-// A page, as older kernels ask for: counts must be the same on all.  A client of a
-// file server asks for more at a time, so that a listing takes fewer requests.
-static void limit_listing(fuse_read_in *wanted)
+// Older kernels ask for a page at a time, this one for what the C library's buffer
+// takes.
+static void limit_listing(fuse_read_in *wanted, const share_state *state)
 {
-    wanted->size = std::min<uint32_t>(wanted->size, 4096);
+    wanted->size = std::min<uint32_t>(wanted->size, state->listing);
 }
 
 static void receive(const fuse_buf *request, share_state *state)
@@ -234,7 +234,7 @@ static void receive(const fuse_buf *request, share_state *state)
     if (static_cast<pid_t>(header->pid) == state->client)
         ++state->counts[header->opcode];
     if (header->opcode == FUSE_READDIRPLUS)
-        limit_listing(reinterpret_cast<fuse_read_in *>(header + 1));
+        limit_listing(reinterpret_cast<fuse_read_in *>(header + 1), state);
     if (state->delay > 0)
         usleep(static_cast<useconds_t>(state->delay));
 }

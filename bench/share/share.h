@@ -13,8 +13,9 @@ extern const std::map<unsigned, const char *> request_names;
 
 // In memory that the server's process shares with those that measure.
 struct share_state {
-    std::atomic<pid_t> client; // the process whose requests count
-    std::atomic<int> delay;    // of each request, in microseconds
+    std::atomic<pid_t> client;     // the process whose requests count
+    std::atomic<int> delay;        // of each request, in microseconds
+    std::atomic<unsigned> listing; // bytes of a reply to a listing, at most
     std::atomic<int> counts[64];
     std::atomic<double> seconds; // left by the process that measures
 };
