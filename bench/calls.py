@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """calls.py STRACE DATABASES TABLES - count the system calls of each part that
-"vek_bench calls" marks, beside those of the part's floor.
+"vek_bench calls" marks, beside those of the part's baseline.
 
 A directory test reads the current directory, changes and changes back; a probe
 creates a file, closes and removes it; a file is looked for by an open and a
@@ -16,7 +16,7 @@ NOTES = {"brk": "for memory", "mmap": "for memory", "read": "of the configuratio
 FILES = 2 * 2 * 2  # times that a configuration file is opened
 
 
-def floor(part, databases, tables):
+def baseline(part, databases, tables):
     tests = databases * (1 + tables)
     if part.endswith("start"):
         made = databases * tables if part == "cold start" else 0  # whose test fails before
@@ -43,12 +43,12 @@ def count(path):
 def main():
     databases, tables = int(sys.argv[2]), int(sys.argv[3])
     for part, calls in count(sys.argv[1]).items():
-        least = floor(part, databases, tables)
+        expected = baseline(part, databases, tables)
         total = sum(number for name, number in calls.items() if name not in NOTES)
-        print(f"{part}: {total} system calls of {sum(least.values())}")
-        for name in sorted(calls | least, key=lambda name: -max(calls[name], least.get(name, 0))):
-            if calls[name] or least.get(name):
-                note = NOTES.get(name, f"of {least.get(name, 0)}")
+        print(f"{part}: {total} system calls of {sum(expected.values())}")
+        for name in sorted(calls | expected, key=lambda name: -max(calls[name], expected.get(name, 0))):
+            if calls[name] or expected.get(name):
+                note = NOTES.get(name, f"of {expected.get(name, 0)}")
                 print(f"  {name:12} {calls[name]:7} {note}")
 
 

@@ -73,7 +73,7 @@ void add_copies(const tree &made)
     for (auto [name, size] : sizes) {
         const std::string measure = std::string("copy of ") + name;
         add(made, measure + "/vek", size, copy_by_library);
-        add(made, measure + "/floor", size, copy_in_a_loop);
+        add(made, measure + "/baseline", size, copy_in_a_loop);
         add(made, measure + "/cp", size, copy_by_program);
     }
 }

@@ -1,7 +1,7 @@
 // The parts of the benchmark.  Each adds its measures, named "measure/who":
 // "vek" is the library, and any other is what it is held against: the system
-// calls of the operation alone ("floor"), the fewest that lead to the same
-// results ("least"), or another library.
+// calls of the operation alone ("baseline"), the fewest that lead to the same
+// results ("minimum"), or another library.
 
 #pragma once
 

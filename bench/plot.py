@@ -25,7 +25,7 @@ from table import medians  # noqa: E402
 PANELS = ["search, hit", "level walk, miss", "warm start", "name to path", "path to alias",
           "TABLE statement"]
 SHARE_PANELS = ["warm start", "cold start"]
-COLOURS = {"vek": "#1f5fa8", "floor": "#999999"}
+COLOURS = {"vek": "#1f5fa8", "baseline": "#999999"}
 SHARE_COLOURS = {"vek": "#1f5fa8", "minimum": "#999999"}
 STYLES = (":", "--", "-")
 

@@ -34,16 +34,16 @@ static void open_look_and_close(const std::string &path)
 static void add_searches(const tree &made)
 {
     add_measure(made, "search, hit/vek", [](const sample &one) { search(one, one.alias); });
-    add_measure(made, "search, hit/floor", [](const sample &one) { open_and_close(one.path); });
-    add_measure(made, "search, hit/least",
+    add_measure(made, "search, hit/baseline", [](const sample &one) { open_and_close(one.path); });
+    add_measure(made, "search, hit/minimum",
                 [](const sample &one) { open_look_and_close(one.path); });
     add_measure(made, "search, miss/vek",
                 [](const sample &one) { search(one, one.missing_alias); });
-    add_measure(made, "search, miss/floor",
+    add_measure(made, "search, miss/baseline",
                 [](const sample &one) { open_and_close(one.missing_path); });
 }
 
-// The walk comes after the search of the name itself, so that is in the floor, too.
+// The walk comes after the search of the name itself, so that is in the baseline, too.
 static void add_walk(const tree &made)
 {
     add_measure(made, "level walk, miss/vek", [](const sample &one) {
@@ -51,7 +51,7 @@ static void add_walk(const tree &made)
     })->Setup([](const benchmark::State &) {
           setenv("KLV_VEK_SEARCH", "yes", 1);
       })->Teardown([](const benchmark::State &) { unsetenv("KLV_VEK_SEARCH"); });
-    add_measure(made, "level walk, miss/floor", [](const sample &one) {
+    add_measure(made, "level walk, miss/baseline", [](const sample &one) {
         open_and_close(one.missing_path);
         for (const std::string &path : one.candidates)
             open_and_close(path);

@@ -124,9 +124,9 @@ void add_start(const tree &made)
 {
     static const floor_paths paths = form_paths(made);
     add(made, "warm start/vek", false, start_session);
-    add(made, "warm start/least", false, [] { return start_by_looks(paths); });
-    add(made, "warm start/floor", false, [] { return start_call_by_call(paths); });
+    add(made, "warm start/minimum", false, [] { return start_by_looks(paths); });
+    add(made, "warm start/baseline", false, [] { return start_call_by_call(paths); });
     add(made, "cold start/vek", true, start_session);
-    add(made, "cold start/least", true, [] { return start_by_looks(paths); });
-    add(made, "cold start/floor", true, [] { return start_call_by_call(paths); });
+    add(made, "cold start/minimum", true, [] { return start_by_looks(paths); });
+    add(made, "cold start/baseline", true, [] { return start_call_by_call(paths); });
 }

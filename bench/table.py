@@ -3,15 +3,15 @@
 
 Each result is what one run of vek_bench wrote.  A column is a size, databases
 by tables; a number is the median time of the library, or of what a user would
-take instead, divided by that of the floor in the same run.
+take instead, divided by that of the baseline in the same run.
 """
 
 import json
 import sys
 
-# What is done in memory has no floor of its own: an open and a close of a file
+# What is done in memory has no baseline of its own: an open and a close of a file
 # on the same tree is its unit.
-UNIT = "search, hit/floor"
+UNIT = "search, hit/baseline"
 
 
 # From top to bottom of the table.
@@ -36,8 +36,8 @@ def medians(paths):
 
 def ratio(times, name):
     """Of one measure at one size; None where it was not taken."""
-    floor = times.get(name.split("/")[0] + "/floor", times.get(UNIT))
-    return times[name] / floor if name in times and floor else None
+    baseline = times.get(name.split("/")[0] + "/baseline", times.get(UNIT))
+    return times[name] / baseline if name in times and baseline else None
 
 
 def shown(value):
@@ -51,10 +51,10 @@ def main():
     print(f"| {'':35} |" + "".join(f" {d} x {t} |".rjust(14) for d, t in sizes))
     print("|---|" + "---:|" * len(sizes))
     for name in names:
-        if name.endswith("/floor"):
+        if name.endswith("/baseline"):
             continue
         measure, who = name.split("/")
-        unit = "" if measure + "/floor" in names else ", in opens"
+        unit = "" if measure + "/baseline" in names else ", in opens"
         cells = [shown(ratio(times, name)) for times in sizes.values()]
         print(f"| {measure + unit + ': ' + who:35} |" + "".join(f" {c} |".rjust(14) for c in cells))
 
