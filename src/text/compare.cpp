@@ -12,11 +12,28 @@ static int upper(char character)
 // ASCII letters have one upper case in every locale but for "i", which some pair
 // with a letter that is not ASCII.  Where others have one, or control characters,
 // is up to the locale.
+static constexpr unsigned char fold(unsigned code)
+{
+    unsigned lower = code | 0x20;
+    return code < 0x20 || code >= 0x80 || lower == 'i' ? 0 : static_cast<unsigned char>(lower);
+}
+
+struct fold_table {
+    unsigned char of[256];
+};
+
+static constexpr fold_table make_fold_table()
+{
+    fold_table made = {};
+    for (unsigned code = 0; code < 256; ++code)
+        made.of[code] = fold(code);
+    return made;
+}
+
 static unsigned folded(char character)
 {
-    unsigned code = static_cast<unsigned char>(character);
-    unsigned lower = code | 0x20;
-    return code < 0x20 || code >= 0x80 || lower == 'i' ? 0 : lower;
+    static constexpr fold_table table = make_fold_table();
+    return table.of[static_cast<unsigned char>(character)];
 }
 
 // Most that are compared are the same.

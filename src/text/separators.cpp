@@ -38,17 +38,25 @@ static size_t protected_length(const char *text)
     return 1;
 }
 
+// A separator that another follows, or nothing.
+static bool is_extra(const char *separator)
+{
+    return separator[1] == '/' || separator[1] == '\0';
+}
+
 char *vek_rm_extra_separators(char *text)
 {
     text = text_or_empty(text);
     if (text[0] == '\0')
         return text;
-    char *to = text + protected_length(text);
-    for (const char *from = to; *from != '\0'; ++from) {
-        bool is_extra = *from == '/' && (from[1] == '/' || from[1] == '\0');
-        if (!is_extra)
+    char *to = strchr(text + protected_length(text), '/');
+    while (to != nullptr && !is_extra(to))
+        to = strchr(to + 1, '/');
+    if (to == nullptr)
+        return text;
+    for (const char *from = to; *from != '\0'; ++from)
+        if (*from != '/' || !is_extra(from))
             *to++ = *from;
-    }
     *to = '\0';
     return text;
 }
