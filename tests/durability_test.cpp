@@ -136,7 +136,14 @@ static std::string text_when_told; // of a failure
 TEST_F(Durability, AFailureIsToldWhenTheOldTextIsBack)
 {
     host::when_print = [](const char *) { text_when_told = read_file(file); };
+    calls::refuse = [](const std::string &call) {
+        return call.starts_with("mkdtemp ") || call.find("-tmp/vek-") != call.npos ? EACCES : 0;
+    };
+    EXPECT_EQ(in_child(update_with_lines),
+              "0" + unwritten("There is no directory for temporary files"));
+
     fs::create_hard_link(file, "second_name");
+    calls::made.clear();
     calls::refuse = [this](const std::string &call) { // the disk is full for a moment
         return call == "write " + path_of(file) &&
                        std::count(calls::made.begin(), calls::made.end(), call) == 1
@@ -186,6 +193,36 @@ TEST_F(Durability, ABackupThatCannotBeMadeLeavesTheOlderOne)
     EXPECT_EQ(listing("."), (Lines{file, backup, "inst", "private.vek", "shared.vek"}));
 }
 
+TEST_F(Durability, AFileThatCannotBeReplacedIsWrittenOver)
+{
+    for (int error : {EACCES, EBUSY, EROFS, EXDEV}) {
+        write_file(file, private_cfg);
+        calls::refuse = [error](const std::string &call) {
+            return call.starts_with("rename ") && call.ends_with(file) ? error : 0;
+        };
+        EXPECT_EQ(update_with_lines(), "1") << error;
+        EXPECT_NE(read_file(file), private_cfg);
+        EXPECT_EQ(read_file(backup), private_cfg);
+    }
+    calls::refuse = nullptr;
+    // What can't be a copy of ours keeps nobody from updating.
+    const char *const copy = ".vorn.cfg.vek-previous";
+    write_file("text", "text");
+    for (const char *kind : {"link", "second name", "empty", "directory"}) {
+        fs::remove_all(copy);
+        if (*kind == 'l')
+            fs::create_symlink("text", copy);
+        else if (*kind == 's')
+            fs::create_hard_link("text", copy);
+        else if (*kind == 'e')
+            write_file(copy);
+        else
+            make_dir(copy);
+        EXPECT_EQ(update_with_lines(), "1") << kind;
+        EXPECT_TRUE(fs::exists(copy)) << kind;
+    }
+}
+
 // Another program that writes the file without a lock.
 static int edits_left;
 static void edit(const char *)
@@ -203,6 +240,16 @@ TEST_F(Durability, AnUpdateBeginsAgainWhenAnotherProgramChangesTheFile)
     EXPECT_EQ(read_file(file), "DATABASE     private            " + path_of("private.vek\n") +
                                    "DATABASE private $HOME/private.vek\n"
                                    "DEFAULT_WRITE_DB    private\n! edited\n");
+    fs::remove(file);
+    calls::refuse = [](const std::string &call) {
+        if (call.starts_with("rename ") && call.ends_with(file) && !fs::exists(file))
+            write_file(file, "DATABASE another's\n");
+        return 0;
+    };
+    EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "private"), 1); // would create it
+    EXPECT_EQ(read_file(file), "DATABASE     private            " + path_of("private.vek\n") +
+                                   "DATABASE another's\n");
+    calls::refuse = nullptr;
     edits_left = 100;
     host::printed();
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
@@ -266,6 +313,68 @@ TEST_F(Durability, SignalsAndLeasesRefuseNothing)
         EXPECT_EQ(vek_dir_is_writable("private.vek") + vek_file_exists("source"), 2);
         EXPECT_EQ(said().find("could not"), std::string::npos);
     }
+    make_pipe("pipe");
+    calls::refuse = [](const std::string &) { return EAGAIN; }; // it has no reader yet
+    EXPECT_EQ(vek_file_exists("pipe"), 0);
+}
+
+// Each call of an update is refused in turn, or from there on.
+TEST_F(Durability, WhateverIsRefusedTheTextIsInTheFileOrInTheOneReported)
+{
+    const std::string old_text = private_cfg + xs(60000) + "\n", copy = ".vorn.cfg.vek-previous";
+    std::string new_text;
+    for (auto [error, goes_on] : {std::pair(EIO, false), {ENOSPC, false}, {EACCES, true}}) {
+        int count = 0; // of the calls, which is known when none was refused
+        for (int nth = 0; nth <= count; ++nth) {
+            fs::remove("second_name");
+            write_file(file, old_text);
+            fs::create_hard_link(file, "second_name");
+            const std::string answer = in_child([&, error = error, goes_on = goes_on] {
+                int made = 0;
+                calls::refuse = [&](const std::string &) {
+                    return ++made == nth || (goes_on && nth > 0 && made > nth) ? error : 0;
+                };
+                std::string lines = update_with_lines();
+                calls::refuse = nullptr;
+                return lines + "\n" + std::to_string(made);
+            });
+            SCOPED_TRACE(std::to_string(nth) + strerror(error) + answer);
+            const std::string text = read_file(file);
+            if (nth == 0) {
+                count = std::stoi(answer.substr(answer.rfind('\n') + 1));
+                new_text = text;
+            }
+            if (answer.find("is kept in file " + path_of(copy)) != answer.npos)
+                EXPECT_EQ(read_file(copy), old_text);
+            else if (answer[0] == '1')
+                EXPECT_EQ(text, new_text);
+            else
+                EXPECT_TRUE((text == old_text || text == new_text) && answer.size() > 5);
+            fs::remove(copy);
+        }
+        EXPECT_GT(count, 20);
+    }
+}
+
+// Some file systems do not know how to rename without replacing, and some no links.
+TEST_F(Durability, ARenameNeverReplacesAFile)
+{
+    for (int link_error : {0, EPERM}) {
+        write_file("old", "old");
+        write_file("there", "there");
+        fs::remove("new");
+        bool is_plain = false;
+        calls::refuse = [&](const std::string &call) {
+            is_plain = is_plain || call.starts_with("link ");
+            return call.starts_with("link ")                  ? link_error
+                   : call.starts_with("rename ") && !is_plain ? EINVAL
+                                                              : 0;
+        };
+        EXPECT_EQ(vorn_vek_rename_file(Text("old"), Text("there")), 1);
+        is_plain = false;
+        EXPECT_EQ(vorn_vek_rename_file(Text("old"), Text("new")), 0);
+        EXPECT_EQ(read_file("there") + read_file("new") + read_file("old"), "thereold");
+    }
 }
 
 // Two sessions start at the same moment over a tree that neither has made.
@@ -327,7 +436,9 @@ static std::string as_other_user(const std::function<std::string()> &operation)
     return in_child([&] {
         if (geteuid() == 0 && seteuid(other_user) != 0)
             return std::string("still root");
-        return operation();
+        std::string answer = operation();
+        calls::refuse = nullptr;
+        return seteuid(getuid()) == 0 ? answer : "not root again"; // writes what is counted
     });
 }
 
@@ -358,6 +469,10 @@ TEST_F(Durability, WhatOtherUsersLeaveInACommonDirectory)
         }
     EXPECT_EQ(vek_dir_is_writable("common"), 1);
     EXPECT_EQ(read_file(file), private_cfg); // which had the name
+    write_file(name);
+    fs::permissions(name, fs::perms(0666));
+    EXPECT_EQ(probe("common"), "1"); // though nothing can be created there
+    fs::remove(name);
     calls::refuse = [](const std::string &call) { return call.ends_with(probe_file) ? EACCES : 0; };
     EXPECT_EQ(vek_dir_is_writable("common"), 0); // by the server
     calls::refuse = nullptr;
@@ -379,6 +494,13 @@ TEST_F(Durability, WhatOtherUsersLeaveInACommonDirectory)
     set("KLV_VORN_PRIVATE_CFG", file);
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     set("KLV_VORN_PRIVATE_CFG", "common/my.cfg");
+
+    // Root leaves the file its owner.
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+    struct stat status;
+    EXPECT_EQ(stat("common/my.cfg", &status), 0);
+    EXPECT_EQ(status.st_uid, other_user);
+    host::printed();
 
     // Where nothing can be created beside the file, it is written over.
     fs::permissions("common", fs::perms(0755));
@@ -412,6 +534,10 @@ TEST_F(Durability, NewFilesAreAsPrivateAsTheOldOne)
                                   4, 0,   255, 255, 255, 255, 32, 0, 0,   0,   255, 255, 255, 255};
     if (setxattr(home.c_str(), "system.posix_acl_default", list, sizeof list, 0) != 0)
         GTEST_SKIP() << "this file system has no access lists";
+    setxattr(file, "system.posix_acl_access", list, sizeof list, 0);
+    EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
+    EXPECT_GT(getxattr(file, "system.posix_acl_access", nullptr, 0), 0);
+    removexattr(file, "system.posix_acl_access");
     fs::permissions(file, fs::perms(0640));
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     for (const char *name : {file, backup}) {

@@ -193,7 +193,10 @@ TEST_F(Faults, AnOperationTellsWhateverTheSystemRefuses)
 TEST_F(Faults, AStartTellsWhateverTheSystemRefuses)
 {
     set("KLV_VORN", "inst");
-    write_file("inst/vorn.cfg", shared_cfg);
+    std::string tables; // so many that directories are listed
+    for (const char *name : {"a", "b", "c"})
+        tables += std::string("TABLE ") + name + " " + name + ".tbl " + name + "\n";
+    write_file("inst/vorn.cfg", shared_cfg + tables);
     old_text = "ENVIRONMENT A b\n" + private_cfg;
     for (const char *kind : {"start", "first start"}) {
         expect_no_fault(
@@ -207,6 +210,7 @@ TEST_F(Faults, AStartTellsWhateverTheSystemRefuses)
             },
             kind, START);
         old_text.clear();
+        write_file("inst/vorn.cfg", shared_cfg);
     }
     printf("%d system calls refused\n", count);
 }

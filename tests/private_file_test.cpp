@@ -256,7 +256,8 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
     EXPECT_EQ(vorn_vek_set_def_propfile("spring", Text(home + "/a b.dpr")), 1);
     EXPECT_EQ(vorn_vek_set_def_testrig("tyre", "two words"), 1);
     EXPECT_EQ(vorn_vek_set_def_testrig("two words", "rig"), 1);
-    add_table("a!b a.tbl a", vek_private_cfg_index);
+    for (const char *table : {"a!b a.tbl a", "one b!.tbl b", "two c.tbl c!"})
+        add_table(table, vek_private_cfg_index);
     set("KLV_VEK_SEARCH", "yes");
     write_file(file, "ENVIRONMENT NONE x\r\r\nENVIRONMENT NONE y");
     host::answer = 1;
@@ -264,7 +265,8 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
         EXPECT_EQ(vorn_sav_cfg(), 1);
         EXPECT_EQ(said(),
                   first
-                      ? lost("Table of class 'a!b'") + lost("Property file of class 'damper'") +
+                      ? lost("Table of class 'a!b'") + lost("Table of class 'one'") +
+                            lost("Table of class 'two'") + lost("Property file of class 'damper'") +
                             lost("Property file of class 'spring'") +
                             lost("Test rig of class 'tyre'") + lost("Test rig of class 'two words'")
                       : "");

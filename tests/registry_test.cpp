@@ -178,6 +178,33 @@ TEST_F(Registry, MissingTableDirectoriesAreMade)
     EXPECT_EQ(lines.at(17), lines.at(8));
 }
 
+// A database of many tables is listed, however much else lies in it.
+TEST_F(Registry, DirectoriesOfManyTablesAreMadeBesideOtherFiles)
+{
+    add_database("first first");
+    Lines all;
+    for (std::string name : {"a", "B", "c", "d", "e"}) {
+        add_table(name + " " + (name == "e" ? "//" : "") + name + ".tbl " + name);
+        all.push_back(name + ".tbl");
+    }
+    for (const std::string files : {"0", "10", "200"}) {
+        for (int i = 0; i < std::stoi(files); ++i)
+            write_file(files + "/" + std::to_string(i));
+        make_dir(files + "/B.tbl");
+        add_database(files + " " + files);
+        write_file(files + "/c.tbl");
+        for (int time : {1, 2}) {
+            EXPECT_EQ(vek_upd_vek_tbls(vorn_vek_db2level(files.c_str())), 1) << files << time;
+            EXPECT_EQ(host::printed().at(1), "WARNING:   table directory " + files + "/c.tbl");
+            for (const std::string &name : all)
+                EXPECT_EQ(vorn_vek_db_exists((files + "/" + name).c_str()), name != "c.tbl");
+        }
+    }
+    std::filesystem::remove("first");
+    EXPECT_EQ(vek_upd_vek_tbls(1), 1);
+    EXPECT_EQ(host::printed().size(), 15u);
+}
+
 TEST_F(Registry, ANewDatabaseDirectoryAndTheReport)
 {
     const std::string row = " damper                  dampers.tbl                dpr\n";

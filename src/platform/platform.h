@@ -51,10 +51,9 @@ size_t platform_read(FILE *file, char *to, size_t size);
 bool platform_write(FILE *file, const char *from, size_t size);
 bool platform_rewind(FILE *file);
 bool platform_cut(FILE *file); // where it was written to last, or is to be next
-// Have the system put on the disk what was written to a stream, or to a file
-// that is closed.  Where there is no disk, all is well.
+// Have the system put on the disk what was written to a stream.  Where there is no
+// disk, all is well.
 bool platform_sync(FILE *file);
-bool platform_sync_file(const char *path);
 
 // The long form of a path; false if there is none of fewer than `width`
 // characters.
@@ -67,7 +66,7 @@ bool platform_long_path(const char *path, char *to, size_t width);
 // of the process gets one of its own.
 bool platform_temporary_dir(char *to, size_t width);
 // Lock that directory against other processes, where it is not this one's alone.
-// Waits at most 10 seconds.
+// Waits at most 10 seconds; -1 if that was in vain.  What is not positive is no lock.
 intptr_t platform_lock_temp_dir();
 void platform_unlock_temp_dir(intptr_t lock);
 

@@ -166,18 +166,6 @@ bool platform_sync(FILE *file)
     return fflush(file) == 0 && posix_sync(fileno(file));
 }
 
-bool platform_sync_file(const char *path)
-{
-    int file = posix_open(path, O_RDONLY | O_NONBLOCK);
-    if (file < 0)
-        return false;
-    bool is_done = posix_sync(file);
-    int reason = errno;
-    close(file);
-    errno = reason;
-    return is_done;
-}
-
 bool platform_long_path(const char *, char *, size_t)
 {
     return false; // no system of this family shortens names

@@ -129,7 +129,7 @@ bool platform_follow_links(const char *path, char *to, size_t size)
 {
     char target[PATH_MAX];
     if (!text_copy(to, size, path))
-        return false;
+        return false;                       // not reached: other paths are shorter
     for (int left = 40; left > 0; --left) { // as many as the system follows
         ssize_t length = posix_retry([&] { return readlink(to, target, sizeof target - 1); });
         if (length < 0)
@@ -137,10 +137,10 @@ bool platform_follow_links(const char *path, char *to, size_t size)
         target[length] = '\0';
         to[target[0] == '/' ? 0 : dir_length(to)] = '\0';
         if (!text_append(to, size, target))
-            return false;
+            return false; // not reached: the file has opened
     }
-    errno = ELOOP;
-    return false;
+    errno = ELOOP; // not reached: the file has opened
+    return false;  // not reached: nor is this
 }
 
 // ---- New files ----
@@ -172,7 +172,7 @@ static int create_unique(new_file *made, const char *path, mode_t mode)
         int length = snprintf(made->path, sizeof made->path, "%.*s.vek-%ld-%d", dir_length(path),
                               path, static_cast<long>(getpid()), number);
         if (length >= static_cast<int>(sizeof made->path))
-            errno = ENAMETOOLONG;
+            errno = ENAMETOOLONG; // not reached: paths that open are shorter
         else
             file = posix_open(made->path, O_WRONLY | O_CREAT | O_EXCL, mode);
     }

@@ -100,17 +100,6 @@ bool platform_sync(FILE *file)
     return fflush(file) == 0 && sync_to_disk(_fileno(file));
 }
 
-// Only a file that is open for writing can be synced.
-bool platform_sync_file(const char *path)
-{
-    int file = windows_open(path, _O_WRONLY);
-    if (file < 0)
-        return false;
-    bool is_done = sync_to_disk(file);
-    _close(file);
-    return is_done;
-}
-
 static void turn_separators(char *path)
 {
     for (; *path != '\0'; ++path)
@@ -173,7 +162,7 @@ intptr_t platform_lock_temp_dir()
 void platform_unlock_temp_dir(intptr_t lock)
 {
     HANDLE mutex = reinterpret_cast<HANDLE>(lock);
-    if (mutex == nullptr)
+    if (lock <= 0)
         return;
     ReleaseMutex(mutex);
     CloseHandle(mutex);

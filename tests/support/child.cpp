@@ -191,6 +191,7 @@ std::vector<int> errors_of(long call)
         {SYS_lseek, {EIO}},
         {SYS_fcntl, {EIO}},
         {SYS_mkdir, {EACCES, EIO, ENOENT, ENOSPC}},
+        {SYS_mkdirat, {EACCES, EEXIST, EIO, ENOENT, ENOSPC}},
         {SYS_renameat2, {EACCES, EIO, ENOENT, ENOSPC, EINVAL}}};
     auto found = known.find(call);
     return found == known.end() ? std::vector<int>{EACCES, EIO, ENOENT} : found->second;

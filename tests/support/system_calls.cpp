@@ -57,9 +57,11 @@ WRAP(int, mkdir, (const char *path, mode_t mode), (path, mode), path)
 WRAP(int, mkdirat, (int dir, const char *path, mode_t mode), (dir, path, mode),
      path_of(dir) + "/" + path)
 WRAP(int, unlink, (const char *path), (path), path)
+WRAP(int, link, (const char *from, const char *to), (from, to), from + std::string(" ") + to)
 WRAP(int, rename, (const char *from, const char *to), (from, to), from + std::string(" ") + to)
 
 int __real_open(const char *path, int flags, ...);
+char *__real_mkdtemp(char *path);
 int __real_renameat2(int, const char *from, int, const char *to, unsigned flags);
 int __real_nanosleep(const timespec *time, timespec *left);
 int __real_clock_gettime(clockid_t clock, timespec *now);
@@ -72,6 +74,10 @@ int __wrap_open(const char *path, int flags, ...)
     va_end(rest);
     const char *kind = (flags & O_NONBLOCK) != 0 ? "poll " : "open ";
     return is_refused(kind + std::string(path)) ? -1 : __real_open(path, flags, mode);
+}
+char *__wrap_mkdtemp(char *path)
+{
+    return is_refused("mkdtemp " + std::string(path)) ? nullptr : __real_mkdtemp(path);
 }
 int __wrap_renameat2(int, const char *from, int, const char *to, unsigned flags)
 {

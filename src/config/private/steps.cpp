@@ -163,15 +163,21 @@ static bool copy_old_text(private_update *now)
     return result == 0 && (error == 0 || report_failure(now, strerror(error)));
 }
 
+static bool lock_temp_dir(private_update *now)
+{
+    constexpr const char *reason = "Another process has kept its files locked for 10 seconds";
+    now->temp_lock = platform_lock_temp_dir();
+    return now->temp_lock >= 0 || report_failure(now, reason);
+}
+
 bool save_copy(private_update *now)
 {
     if (now->lock < 0)
         return true;
     if (now->mode == WRITE_TEMPLATE)
         return now->unread == 0 || report_failure(now, strerror(now->unread));
-    now->temp_lock = platform_lock_temp_dir();
-    if (now->temp_lock < 0)
-        return report_failure(now, "Another process has kept its files locked for 10 seconds");
+    if (!lock_temp_dir(now))
+        return false; // not reached: this process shares the directory only on Windows
     const char *dir = vorn_vek_tmp_file_path();
     if (dir == nullptr || !text_join(now->copy, {dir, "tmp_cfg_file"}))
         return report_failure(now, "There is no directory for temporary files");
@@ -264,8 +270,7 @@ void remove_copies(private_update *now)
 
 void unlock_file(private_update *now)
 {
-    if (now->temp_lock > 0)
-        platform_unlock_temp_dir(now->temp_lock);
+    platform_unlock_temp_dir(now->temp_lock);
     if (now->lock >= 0)
         platform_unlock(now->lock);
     now->temp_lock = 0;
