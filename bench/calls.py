@@ -13,6 +13,7 @@ import re
 import sys
 
 NOTES = {"brk": "for memory", "mmap": "for memory", "read": "of the configuration files"}
+NAMES = {"openat": "open", "newfstatat": "stat", "mkdirat": "mkdir", "getdents64": "getdents"}
 FILES = 2 * 2 * 2  # times that a configuration file is opened
 
 
@@ -35,7 +36,7 @@ def count(path):
             if mark:
                 part = mark.group(1)
             elif call and part not in (None, "end"):
-                name = {"openat": "open", "newfstatat": "stat"}.get(call.group(1), call.group(1))
+                name = NAMES.get(call.group(1), call.group(1))
                 parts.setdefault(part, collections.Counter())[name] += 1
     return parts
 
