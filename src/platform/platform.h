@@ -15,15 +15,16 @@ bool platform_current_dir(char *to, size_t width);
 bool platform_can_enter(const char *path);
 bool platform_make_dir(const char *path); // one level
 
-// A directory that is open for what lies in it; 0 if it can't be listed.
-intptr_t platform_open_dir(const char *path);
+// A directory that is open for what lies in it; null if it can't be listed.
+struct open_dir;
+open_dir *platform_open_dir(const char *path);
 // The name of the next entry.  False at the end (errno is 0), and when the
 // directory can't be read on.
-bool platform_read_dir(intptr_t dir, char *name, size_t size);
+bool platform_read_dir(open_dir *dir, char *name, size_t size);
 // As the two above, of a path that starts in the directory.
-bool platform_can_enter_in(intptr_t dir, const char *path);
-bool platform_make_dir_in(intptr_t dir, const char *path);
-void platform_close_dir(intptr_t dir);
+bool platform_can_enter_in(open_dir *dir, const char *path);
+bool platform_make_dir_in(open_dir *dir, const char *path);
+void platform_close_dir(open_dir *dir);
 
 // Open for reading, byte by byte.  A directory does not open, nor does a device
 // that gives bytes without end, and a pipe that nobody writes to does not keep

@@ -34,22 +34,22 @@ bool platform_make_dir(const char *path)
     return posix_retry([&] { return mkdir(path, 0777); }) == 0;
 }
 
-intptr_t platform_open_dir(const char *path)
+open_dir *platform_open_dir(const char *path)
 {
     int file = posix_open(path, O_RDONLY | O_DIRECTORY);
     DIR *dir = file < 0 ? nullptr : fdopendir(file);
     if (dir == nullptr && file >= 0)
         close(file); // not reached: there is memory
-    return reinterpret_cast<intptr_t>(dir);
+    return reinterpret_cast<open_dir *>(dir);
 }
 
-static DIR *stream_of(intptr_t dir)
+static DIR *stream_of(open_dir *dir)
 {
     return reinterpret_cast<DIR *>(dir);
 }
 
 // A name that has no room is none that is looked for.
-bool platform_read_dir(intptr_t dir, char *name, size_t size)
+bool platform_read_dir(open_dir *dir, char *name, size_t size)
 {
     errno = 0;
     const dirent *entry = readdir(stream_of(dir));
@@ -58,17 +58,17 @@ bool platform_read_dir(intptr_t dir, char *name, size_t size)
     return entry != nullptr;
 }
 
-bool platform_can_enter_in(intptr_t dir, const char *path)
+bool platform_can_enter_in(open_dir *dir, const char *path)
 {
     return can_enter_in(dirfd(stream_of(dir)), path);
 }
 
-bool platform_make_dir_in(intptr_t dir, const char *path)
+bool platform_make_dir_in(open_dir *dir, const char *path)
 {
     return posix_retry([&] { return mkdirat(dirfd(stream_of(dir)), path, 0777); }) == 0;
 }
 
-void platform_close_dir(intptr_t dir)
+void platform_close_dir(open_dir *dir)
 {
     closedir(stream_of(dir));
 }

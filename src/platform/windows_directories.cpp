@@ -43,59 +43,53 @@ bool platform_make_dir(const char *path)
 
 // A listing is opened with its first entry.  What lies in the directory is found
 // by its path.
-struct dir_listing {
+struct open_dir {
     HANDLE search;
     WIN32_FIND_DATAA entry;
     bool has_entry; // that was not handed out
     char path[MAX_PATH];
 };
 
-static dir_listing *listing_of(intptr_t dir)
-{
-    return reinterpret_cast<dir_listing *>(dir);
-}
-
-intptr_t platform_open_dir(const char *path)
+open_dir *platform_open_dir(const char *path)
 {
     char pattern[MAX_PATH];
-    auto *dir = static_cast<dir_listing *>(malloc(sizeof(dir_listing)));
+    auto *dir = static_cast<open_dir *>(malloc(sizeof(open_dir)));
     if (dir != nullptr && text_copy(dir->path, path) && text_join(pattern, {path, "/*"})) {
         dir->search = FindFirstFileA(pattern, &dir->entry);
         dir->has_entry = true;
         if (dir->search != INVALID_HANDLE_VALUE)
-            return reinterpret_cast<intptr_t>(dir);
+            return dir;
     }
     free(dir);
-    return 0;
+    return nullptr;
 }
 
-bool platform_read_dir(intptr_t dir, char *name, size_t size)
+bool platform_read_dir(open_dir *dir, char *name, size_t size)
 {
-    dir_listing *listing = listing_of(dir);
-    if (!listing->has_entry && FindNextFileA(listing->search, &listing->entry) == 0) {
+    if (!dir->has_entry && FindNextFileA(dir->search, &dir->entry) == 0) {
         errno = GetLastError() == ERROR_NO_MORE_FILES ? 0 : EIO;
         return false;
     }
-    listing->has_entry = false;
-    text_copy(name, size, listing->entry.cFileName);
+    dir->has_entry = false;
+    text_copy(name, size, dir->entry.cFileName);
     return true;
 }
 
-bool platform_can_enter_in(intptr_t dir, const char *path)
+bool platform_can_enter_in(open_dir *dir, const char *path)
 {
     char whole[2 * MAX_PATH];
-    return text_join(whole, {listing_of(dir)->path, "/", path}) && platform_can_enter(whole);
+    return text_join(whole, {dir->path, "/", path}) && platform_can_enter(whole);
 }
 
-bool platform_make_dir_in(intptr_t dir, const char *path)
+bool platform_make_dir_in(open_dir *dir, const char *path)
 {
     char whole[2 * MAX_PATH];
     errno = ENAMETOOLONG;
-    return text_join(whole, {listing_of(dir)->path, "/", path}) && platform_make_dir(whole);
+    return text_join(whole, {dir->path, "/", path}) && platform_make_dir(whole);
 }
 
-void platform_close_dir(intptr_t dir)
+void platform_close_dir(open_dir *dir)
 {
-    FindClose(listing_of(dir)->search);
-    free(listing_of(dir));
+    FindClose(dir->search);
+    free(dir);
 }

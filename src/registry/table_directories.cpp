@@ -21,7 +21,7 @@ static void warn_of_missing_directory(const vek_db_rec *db, const vek_tbl_rec *t
 
 // What a database's directory has, while its table directories are made.
 struct db_dir {
-    intptr_t open;         // 0: each table is looked for by its path
+    open_dir *open;        // null: each table is looked for by its path
     bool is_listed;        // what is not listed is not there
     bool cwd_is_reachable; // else no directory counts as there
 };
@@ -38,14 +38,14 @@ static const char *path_in_db(const vek_tbl_rec *table)
 static bool can_enter(const db_dir *dir, const vek_tbl_rec *table)
 {
     return dir->cwd_is_reachable &&
-           (dir->open == 0 ? platform_can_enter(table->full_path)
-                           : platform_can_enter_in(dir->open, path_in_db(table)));
+           (dir->open == nullptr ? platform_can_enter(table->full_path)
+                                 : platform_can_enter_in(dir->open, path_in_db(table)));
 }
 
 static bool make_dir(const db_dir *dir, const vek_tbl_rec *table)
 {
-    return dir->open == 0 ? platform_make_dir(table->full_path)
-                          : platform_make_dir_in(dir->open, path_in_db(table));
+    return dir->open == nullptr ? platform_make_dir(table->full_path)
+                                : platform_make_dir_in(dir->open, path_in_db(table));
 }
 
 // Whether the directory is there, or can be made.  Another process may make it at
@@ -74,7 +74,7 @@ static int count_unseen(const vek_db_rec *db, int last_cfg_index)
 // Marks the tables of which the open directory has an entry.  Returns whether the
 // others have none: it is read no further than to the last table that was not there
 // before, and not to its end where much else is in it.
-static bool list_tables(const vek_db_rec *db, intptr_t dir, int unseen)
+static bool list_tables(const vek_db_rec *db, open_dir *dir, int unseen)
 {
     char name[VEK_TBL_DIR_SIZE];
     char alias[VEK_DB_NAME_SIZE + VEK_TBL_DIR_SIZE + 3];
@@ -97,11 +97,11 @@ static bool list_tables(const vek_db_rec *db, intptr_t dir, int unseen)
 static db_dir open_db_dir(const vek_db_rec *db, int last_cfg_index)
 {
     constexpr int few = 4;
-    db_dir dir = {0, false, can_come_back()};
+    db_dir dir = {nullptr, false, can_come_back()};
     int unseen = count_unseen(db, last_cfg_index);
     if (unseen > few && dir.cwd_is_reachable)
         dir.open = platform_open_dir(db->path);
-    if (dir.open != 0)
+    if (dir.open != nullptr)
         dir.is_listed = list_tables(db, dir.open, unseen);
     return dir;
 }
@@ -126,7 +126,7 @@ static int make_directories(const vek_db_rec *db, int last_cfg_index)
         }
         table->dir_is_listed = false;
     }
-    if (dir.open != 0)
+    if (dir.open != nullptr)
         platform_close_dir(dir.open);
     return result;
 }
