@@ -318,12 +318,19 @@ TEST_F(Durability, SignalsAndLeasesRefuseNothing)
     EXPECT_EQ(vek_file_exists("pipe"), 0);
 }
 
-// Each call of an update is refused in turn, or from there on.
+static std::string kind_of(const std::string &call)
+{
+    return call.find("stat ") < 6 ? "stat" : call.substr(0, call.find(' '));
+}
+
+// Each call of an update is refused in turn, or all or those of its kind from there on.
 TEST_F(Durability, WhateverIsRefusedTheTextIsInTheFileOrInTheOneReported)
 {
-    const std::string old_text = private_cfg + xs(60000) + "\n", copy = ".vorn.cfg.vek-previous";
+    const std::string old_text = private_cfg + "! " + xs(60000) + "\n",
+                      copy = ".vorn.cfg.vek-previous";
     std::string new_text;
-    for (auto [error, goes_on] : {std::pair(EIO, false), {ENOSPC, false}, {EACCES, true}}) {
+    host::answer = 1;
+    for (auto [error, goes_on] : {std::pair(EIO, 0), {ENOSPC, 0}, {EACCES, 'a'}, {EIO, 'k'}}) {
         int count = 0; // of the calls, which is known when none was refused
         for (int nth = 0; nth <= count; ++nth) {
             fs::remove("second_name");
@@ -331,12 +338,18 @@ TEST_F(Durability, WhateverIsRefusedTheTextIsInTheFileOrInTheOneReported)
             fs::create_hard_link(file, "second_name");
             const std::string answer = in_child([&, error = error, goes_on = goes_on] {
                 int made = 0;
-                calls::refuse = [&](const std::string &) {
-                    return ++made == nth || (goes_on && nth > 0 && made > nth) ? error : 0;
+                std::string kind;
+                calls::refuse = [&](const std::string &call) {
+                    if (++made == nth)
+                        kind = kind_of(call);
+                    bool is_later = nth > 0 && made > nth && goes_on != 0;
+                    return made == nth || (is_later && (goes_on == 'a' || kind_of(call) == kind))
+                               ? error
+                               : 0;
                 };
-                std::string lines = update_with_lines();
+                std::string lines = std::to_string(vorn_sav_cfg());
                 calls::refuse = nullptr;
-                return lines + "\n" + std::to_string(made);
+                return lines + said() + "\n" + std::to_string(made);
             });
             SCOPED_TRACE(std::to_string(nth) + strerror(error) + answer);
             const std::string text = read_file(file);

@@ -45,9 +45,11 @@ int backup_file(char *path, int *unread);
 
 // files/overwrite.cpp.  Put a text over that of a file that can't be replaced by
 // another; the mode is "r+b" or "r+".  Meanwhile a copy of the old text is on the
-// disk, which goes when the new text is there.  On failure the old text is
-// restored; errno says why.
-bool overwrite_file(const char *path, const char *mode, const char *text, size_t length);
+// disk, which is removed when the new text is there.  On failure the old text is
+// restored, and errno says why; where that fails too, *left becomes the path of the
+// copy, in a static buffer, else null.
+bool overwrite_file(const char *path, const char *mode, const char *text, size_t length,
+                    const char **left);
 
 // The copy that is left of an earlier overwriting of the file, where the process
 // was killed or could not restore the old text; null if there is none.  The second

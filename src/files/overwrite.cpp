@@ -81,28 +81,35 @@ static bool restore(FILE *file)
 }
 
 // A file without text, or a device, has nothing to lose.
-static bool overwrite_open(FILE *file, const char *path, const char *text, size_t length)
+static bool overwrite_open(FILE *file, const char *path, const char *text, size_t length,
+                           const char **left)
 {
     file_state old;
-    bool has_text = platform_file_state(path, &old) && old.size > 0;
+    if (!platform_file_state(path, &old))
+        return false;
+    bool has_text = old.size > 0;
     if (has_text && !save_copy(path))
         return false;
     bool is_done = put_text(file, text, length);
     int reason = errno;
     if (has_text && (is_done || restore(file)))
         remove_copy();
+    else if (has_text)
+        *left = kept_copy;
     if (!has_text && !is_done && platform_rewind(file))
         platform_cut(file);
     errno = reason;
     return is_done;
 }
 
-bool overwrite_file(const char *path, const char *mode, const char *text, size_t length)
+bool overwrite_file(const char *path, const char *mode, const char *text, size_t length,
+                    const char **left)
 {
+    *left = nullptr;
     FILE *file = platform_open_to_write(path, mode);
     if (file == nullptr)
         return false;
-    bool is_done = overwrite_open(file, path, text, length);
+    bool is_done = overwrite_open(file, path, text, length, left);
     int reason = errno;
     fclose(file); // what has been synced is safe
     errno = reason;

@@ -226,7 +226,7 @@ bool write_new_file(private_update *now)
     return report_failure(now, strerror(errno));
 }
 
-static bool put_in_place(private_update *now)
+static bool put_in_place(private_update *now, const char **left)
 {
     if (now->lock < 0)
         return platform_place(&now->made, now->target);
@@ -236,7 +236,8 @@ static bool put_in_place(private_update *now)
         if (!platform_must_overwrite())
             return false;
     }
-    return overwrite_file(now->target, mode_letters(now, false), now->text.bytes, now->text.length);
+    return overwrite_file(now->target, mode_letters(now, false), now->text.bytes, now->text.length,
+                          left);
 }
 
 // Nobody is told of a failure before the file has its old text again.
@@ -246,12 +247,13 @@ update_result replace(private_update *now)
     platform_file_state(now->path, &present);
     if (!platform_same_state(&present, &now->read))
         return UPDATE_AGAIN;
-    if (put_in_place(now) && platform_sync_dir_of(now->target))
+    const char *left = nullptr; // a copy of the old text
+    if (put_in_place(now, &left) && platform_sync_dir_of(now->target))
         return UPDATED;
     if (now->lock < 0 && errno == EEXIST)
         return UPDATE_AGAIN;
     report_failure(now, strerror(errno));
-    report_kept_text(overwrite_kept_copy(now->target));
+    report_kept_text(left);
     return NOT_UPDATED;
 }
 
