@@ -13,7 +13,7 @@ static std::string bad(int line, const std::string &path = "t.cfg")
            "'\n";
 }
 
-class Reader : public Scratch {
+class Reader : public TempDirTest {
   protected:
     // What the reader gives for a file, and says between its first line and,
     // after a bad statement, its last.
@@ -23,7 +23,7 @@ class Reader : public Scratch {
         write_file(path, text);
         EXPECT_EQ(vek_cfg_read(path.c_str(), cfg_index), result) << text;
         std::string last = "> ERROR: Erroneous statement(s) ignored in file : '" + path + "'.\n";
-        EXPECT_EQ(said(), "> " + reading(path) + "\n" + between + (result == 0 ? "" : last))
+        EXPECT_EQ(drain_output(), "> " + reading(path) + "\n" + between + (result == 0 ? "" : last))
             << text;
     }
 };
@@ -31,14 +31,14 @@ class Reader : public Scratch {
 TEST_F(Reader, HandlesEachStatementAndReportsTheBadOnes)
 {
     vek_private_cfg_index = 2;
-    set("KLV_VEK_SEARCH", "YES");
+    set_env("KLV_VEK_SEARCH", "YES");
     write_file("plain");
     make_dir(std::string("locked.vek") + probe_file);
     for (const Case &row : cases("statements")) {
         int cfg_index = 0, result = 0;
         std::string write_default;
         std::istringstream(row.head) >> cfg_index >> result >> write_default;
-        expect(row.text, cfg_index, result, row.said);
+        expect(row.text, cfg_index, result, row.drain_output);
         const char *found = vorn_vek_get_write_default();
         EXPECT_EQ(found == nullptr ? "none" : found, write_default) << row.text;
     }
@@ -56,12 +56,12 @@ TEST_F(Reader, KeepsToItsLineLimitAndCountsLines)
             for (const char *fill : {"x", " "}) {
                 std::string text = std::regex_replace(row.text, std::regex("x"), fill);
                 text = std::regex_replace(text, std::regex("\n"), end);
-                expect(text, 0, std::stoi(row.head), row.said);
+                expect(text, 0, std::stoi(row.head), row.drain_output);
             }
     expect(" \t\n\nX\n DATABASE", 0, 1, bad(4));
     expect("DATABASE\r\nDATABASE \r", 0, 1, bad(1) + bad(2));
     expect("X\rDATABASE\nDATABASE\rx\n", 0, 1, bad(2)); // a blank like others
-    expect(xs(2 * 267), 0, 1,
+    expect(repeat_x(2 * 267), 0, 1,
            "> ERROR: Syntax error in line 1 of cfg_file 't.cfg':\n"
            "> ERROR:   Line exceeds MAX number of characters 267\n");
     expect(std::string("DATABASE x\0 y\nDATABASE", 22), 0, 1, bad(1) + bad(2));
@@ -71,21 +71,21 @@ TEST_F(Reader, KeepsToItsLineLimitAndCountsLines)
     expect("DATABASE", 0, 1, bad(1, deep), deep); // whole
     EXPECT_EQ(vek_cfg_read("$HOME/t.cfg", 0) + vek_cfg_read(".", 0), 2);
     const std::string closed = "> ERROR: Cannot open configuration file '";
-    EXPECT_EQ(said(), closed + "$HOME/t.cfg': No such file or directory\n" + closed +
-                          ".': " + directory_error + "\n");
+    EXPECT_EQ(drain_output(), closed + "$HOME/t.cfg': No such file or directory\n" + closed +
+                                  ".': " + directory_error + "\n");
 }
 
 TEST_F(Reader, TakesEnvironmentStatementsInAPassOfTheirOwn)
 {
-    set("HOME", "/u");
+    set_env("HOME", "/u");
     for (const Case &row : cases("environment"))
         for (const char *end : {"", "\n", "\r\n"}) {
             write_file("t.cfg", row.text.substr(0, row.text.size() - 1) + end);
-            EXPECT_EQ(vek_env_read(Text("t.cfg")), std::stoi(row.head)) << row.text;
-            EXPECT_EQ(said(), row.said) << row.text;
+            EXPECT_EQ(vek_env_read(Buffer("t.cfg")), std::stoi(row.head)) << row.text;
+            EXPECT_EQ(drain_output(), row.drain_output) << row.text;
         }
     vek_set_solver_mode(1);
-    Text path("$HOME/none.cfg");
+    Buffer path("$HOME/none.cfg");
     EXPECT_EQ(vek_env_read(path), 1);
     EXPECT_EQ(std::string(path), "/u/none.cfg");
     EXPECT_EQ(host::printed()[0], "  Processing ENVIRONMENT entries in '$HOME/none.cfg'");

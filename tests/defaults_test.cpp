@@ -4,7 +4,7 @@
 #include "support/failing_malloc.h"
 #include "support/scratch.h"
 
-class Defaults : public Scratch {
+class Defaults : public TempDirTest {
   protected:
     Defaults()
     {
@@ -14,7 +14,7 @@ class Defaults : public Scratch {
             write_file(file);
         add_database("shared mine");
         add_database("vorn_shared ours");
-        set("PLACE", ".\\ours");
+        set_env("PLACE", ".\\ours");
     }
 };
 
@@ -46,15 +46,15 @@ TEST_F(Defaults, PropertyFilesAreReadAndSet)
         EXPECT_EQ(property_file(name), row[2].empty() ? "" : row[2] + " " + std::to_string(index))
             << row[0];
     }
-    EXPECT_EQ(vek_propfile_read(("PROPFILE " + xs(31) + " plain.dpr").c_str(), 0), 1);
+    EXPECT_EQ(vek_propfile_read(("PROPFILE " + repeat_x(31) + " plain.dpr").c_str(), 0), 1);
     EXPECT_EQ(vek_propfile_read("PROPFILE c", 0), 1);
 
     EXPECT_EQ(vek_propfile_read("PROPFILE c plain.dpr", 0), 0);
-    EXPECT_EQ(vorn_vek_set_def_propfile("c", Text("none")), 0);
+    EXPECT_EQ(vorn_vek_set_def_propfile("c", Buffer("none")), 0);
     EXPECT_EQ(property_file("c"), "plain.dpr 0");
-    EXPECT_EQ(vorn_vek_set_def_propfile("c", Text("$PLACE\\only.dpr")), 0); // no such variable
-    EXPECT_EQ(vorn_vek_set_def_propfile("c", Text("<vorn_shared>\\only.dpr")), 1);
-    EXPECT_EQ(vorn_vek_set_def_propfile(xs(31).c_str(), Text("plain.dpr")), 0);
+    EXPECT_EQ(vorn_vek_set_def_propfile("c", Buffer("$PLACE\\only.dpr")), 0); // no such variable
+    EXPECT_EQ(vorn_vek_set_def_propfile("c", Buffer("<vorn_shared>\\only.dpr")), 1);
+    EXPECT_EQ(vorn_vek_set_def_propfile(repeat_x(31).c_str(), Buffer("plain.dpr")), 0);
     EXPECT_EQ(property_file("c"), "ours/only.dpr 2");
     EXPECT_STREQ(vorn_vek_get_def_propfile("c"), "klvds://vorn_shared/only.dpr");
     EXPECT_STREQ(vorn_vek_get_def_propfile("C"), "");
@@ -64,11 +64,11 @@ TEST_F(Defaults, TestRigsAreKeptAsWritten)
 {
     EXPECT_STREQ(vorn_vek_get_def_testrig("c"), "");
     EXPECT_EQ(vek_testrig_read("TESTRIG c", 0), 1);
-    EXPECT_EQ(vek_testrig_read(("TESTRIG c " + xs(268)).c_str(), 0), 1);
+    EXPECT_EQ(vek_testrig_read(("TESTRIG c " + repeat_x(268)).c_str(), 0), 1);
     EXPECT_EQ(vek_testrig_defaults, nullptr);
     EXPECT_EQ(vek_testrig_read("TESTRIG c $NONE\\.rig more", 1), 0);
     EXPECT_EQ(vorn_vek_set_def_testrig("C", "two words"), 1);
-    EXPECT_EQ(vorn_vek_set_def_testrig("d", xs(268).c_str()), 0);
+    EXPECT_EQ(vorn_vek_set_def_testrig("d", repeat_x(268).c_str()), 0);
     EXPECT_STREQ(vorn_vek_get_def_testrig("c"), "$NONE\\.rig");
     EXPECT_EQ(vek_testrig_read("TESTRIG c other", 2), 0);
     EXPECT_STREQ(vek_testrig_defaults->entries[0]->value, "other");
@@ -85,8 +85,8 @@ TEST_F(Defaults, AreAppendedToAListThatIsThere)
         add("c", "no list", 1);
         read("keyword c plain.dpr", 1);
         add("d", "e", 2);
-        add(xs(31).c_str(), "e", 2);
-        add("d", xs(268).c_str(), 2);
+        add(repeat_x(31).c_str(), "e", 2);
+        add("d", repeat_x(268).c_str(), 2);
         const vek_dflt_list &list = are_rigs ? *vek_testrig_defaults : *vek_propfile_defaults;
         ASSERT_EQ(list.count, 2);
         EXPECT_STREQ(list.entries[1]->value, "e");

@@ -25,7 +25,7 @@ static const char file[] = ".vorn.cfg";
 static const char backup[] = ".vorn.cfq";
 constexpr uid_t other_user = 65534;
 
-class Durability : public Scratch {
+class Durability : public TempDirTest {
   protected:
     Durability()
     {
@@ -55,7 +55,7 @@ class Durability : public Scratch {
 static std::string update_with_lines()
 {
     std::string result = std::to_string(vorn_wrt_cfg("x", nullptr));
-    return result + said();
+    return result + drain_output();
 }
 
 static void see_calls()
@@ -139,7 +139,7 @@ TEST_F(Durability, AFailureIsToldWhenTheOldTextIsBack)
     calls::refuse = [](const std::string &call) {
         return call.starts_with("mkdtemp ") || call.find("-tmp/vek-") != call.npos ? EACCES : 0;
     };
-    EXPECT_EQ(in_child(update_with_lines),
+    EXPECT_EQ(run_in_child(update_with_lines),
               "0" + unwritten("There is no directory for temporary files"));
 
     fs::create_hard_link(file, "second_name");
@@ -151,7 +151,7 @@ TEST_F(Durability, AFailureIsToldWhenTheOldTextIsBack)
                    : 0;
     };
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
-    EXPECT_EQ(said(), unwritten("No space left on device"));
+    EXPECT_EQ(drain_output(), unwritten("No space left on device"));
     EXPECT_EQ(text_when_told, private_cfg);
     EXPECT_EQ(read_file(file), private_cfg);
 
@@ -163,10 +163,10 @@ TEST_F(Durability, AFailureIsToldWhenTheOldTextIsBack)
     const std::string kept =
         "> ERROR: The previous text is kept in file " + path_of(file) + ".vek-previous.\n";
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
-    EXPECT_EQ(said(), unwritten("Input/output error") + kept);
+    EXPECT_EQ(drain_output(), unwritten("Input/output error") + kept);
     EXPECT_EQ(read_file(".vorn.cfg.vek-previous"), private_cfg);
     calls::refuse = nullptr;
-    EXPECT_EQ(in_child(update_with_lines), "0" + kept);
+    EXPECT_EQ(run_in_child(update_with_lines), "0" + kept);
     EXPECT_EQ(read_file(backup), private_cfg);
     fs::rename(".vorn.cfg.vek-previous", file);
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
@@ -184,10 +184,10 @@ TEST_F(Durability, ABackupThatCannotBeMadeLeavesTheOlderOne)
     };
     const std::string told =
         "> ERROR: Cannot create file 'file://" + path_of(backup) + "' : No space left on device\n";
-    EXPECT_EQ(vek_backup_file(Text(path_of(file))), 1);
-    EXPECT_EQ(said(), told);
+    EXPECT_EQ(vek_backup_file(Buffer(path_of(file))), 1);
+    EXPECT_EQ(drain_output(), told);
     EXPECT_EQ(vorn_sav_cfg(), 0); // the user has asked for it
-    EXPECT_EQ(said(), told + unwritten("The backup could not be made"));
+    EXPECT_EQ(drain_output(), told + unwritten("The backup could not be made"));
     EXPECT_EQ(read_file(backup), "older");
     EXPECT_EQ(read_file(file), private_cfg);
     EXPECT_EQ(listing("."), (Lines{file, backup, "inst", "private.vek", "shared.vek"}));
@@ -253,7 +253,7 @@ TEST_F(Durability, AnUpdateBeginsAgainWhenAnotherProgramChangesTheFile)
     edits_left = 100;
     host::printed();
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
-    EXPECT_TRUE(said().ends_with(unwritten("Another program keeps changing it")));
+    EXPECT_TRUE(drain_output().ends_with(unwritten("Another program keeps changing it")));
     EXPECT_EQ(listing(".").size(), 5u);
 }
 
@@ -262,10 +262,10 @@ TEST_F(Durability, LocksAreWaitedForAsLongAsIsGood)
 {
     const intptr_t held = platform_lock_file(file, 0);
     see_calls();
-    EXPECT_EQ(vek_cfg_read(file, 1) + vek_env_read(Text(file)), 3); // a database is known already
+    EXPECT_EQ(vek_cfg_read(file, 1) + vek_env_read(Buffer(file)), 3); // a database is known already
     host::printed();
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0); // 10 seconds later
-    EXPECT_EQ(said(), unwritten("Another process has kept it locked for 10 seconds"));
+    EXPECT_EQ(drain_output(), unwritten("Another process has kept it locked for 10 seconds"));
     platform_unlock(held);
     static pid_t child;
     make_dir(backup);
@@ -292,7 +292,7 @@ TEST_F(Durability, LocksAreWaitedForAsLongAsIsGood)
 // Every other call is interrupted, or kept from opening a file without blocking.
 TEST_F(Durability, SignalsAndLeasesRefuseNothing)
 {
-    write_file("source", xs(100000));
+    write_file("source", repeat_x(100000));
     EXPECT_EQ(vorn_vek_tbl_info("report"), 0);
     const std::string report = read_file("report");
     for (int error : {EINTR, EAGAIN}) {
@@ -306,12 +306,12 @@ TEST_F(Durability, SignalsAndLeasesRefuseNothing)
         const std::string name = strerror(error);
         EXPECT_EQ(vorn_vek_db_add("new", name.c_str(), 1) + vorn_vek_db_remove("new"), 0) << error;
         EXPECT_EQ(vorn_sav_cfg() + vek_cfg_read(file, 9), 1 + 3); // which has its databases already
-        EXPECT_EQ(vorn_vek_copy_file2file(Text("source"), Text("target")), 0);
-        EXPECT_EQ(read_file("target"), xs(100000));
+        EXPECT_EQ(vorn_vek_copy_file2file(Buffer("source"), Buffer("target")), 0);
+        EXPECT_EQ(read_file("target"), repeat_x(100000));
         EXPECT_EQ(vorn_vek_tbl_info("report"), 0);
         EXPECT_EQ(read_file("report"), report);
         EXPECT_EQ(vek_dir_is_writable("private.vek") + vek_file_exists("source"), 2);
-        EXPECT_EQ(said().find("could not"), std::string::npos);
+        EXPECT_EQ(drain_output().find("could not"), std::string::npos);
     }
     make_pipe("pipe");
     calls::refuse = [](const std::string &) { return EAGAIN; }; // it has no reader yet
@@ -326,7 +326,7 @@ static std::string kind_of(const std::string &call)
 // Each call of an update is refused in turn, or all or those of its kind from there on.
 TEST_F(Durability, WhateverIsRefusedTheTextIsInTheFileOrInTheOneReported)
 {
-    const std::string old_text = private_cfg + "! " + xs(60000) + "\n",
+    const std::string old_text = private_cfg + "! " + repeat_x(60000) + "\n",
                       copy = ".vorn.cfg.vek-previous";
     std::string new_text;
     host::answer = 1;
@@ -336,7 +336,7 @@ TEST_F(Durability, WhateverIsRefusedTheTextIsInTheFileOrInTheOneReported)
             fs::remove("second_name");
             write_file(file, old_text);
             fs::create_hard_link(file, "second_name");
-            const std::string answer = in_child([&, error = error, goes_on = goes_on] {
+            const std::string answer = run_in_child([&, error = error, goes_on = goes_on] {
                 int made = 0;
                 std::string kind;
                 calls::refuse = [&](const std::string &call) {
@@ -349,7 +349,7 @@ TEST_F(Durability, WhateverIsRefusedTheTextIsInTheFileOrInTheOneReported)
                 };
                 std::string lines = std::to_string(vorn_sav_cfg());
                 calls::refuse = nullptr;
-                return lines + said() + "\n" + std::to_string(made);
+                return lines + drain_output() + "\n" + std::to_string(made);
             });
             SCOPED_TRACE(std::to_string(nth) + strerror(error) + answer);
             const std::string text = read_file(file);
@@ -383,9 +383,9 @@ TEST_F(Durability, ARenameNeverReplacesAFile)
                    : call.starts_with("rename ") && !is_plain ? EINVAL
                                                               : 0;
         };
-        EXPECT_EQ(vorn_vek_rename_file(Text("old"), Text("there")), 1);
+        EXPECT_EQ(vorn_vek_rename_file(Buffer("old"), Buffer("there")), 1);
         is_plain = false;
-        EXPECT_EQ(vorn_vek_rename_file(Text("old"), Text("new")), 0);
+        EXPECT_EQ(vorn_vek_rename_file(Buffer("old"), Buffer("new")), 0);
         EXPECT_EQ(read_file("there") + read_file("new") + read_file("old"), "thereold");
     }
 }
@@ -399,7 +399,8 @@ TEST_F(Durability, ADirectoryThatAnotherProcessMakesIsThere)
                                                                                         : 0;
     };
     EXPECT_EQ(vorn_vek_db_add("new", "new.vek", 1) + vorn_cre_dat("newer.vek"), 0);
-    EXPECT_EQ(said(), "> ERROR: Error: Cannot create directory newer.vek\n"); // but that is its own
+    EXPECT_EQ(drain_output(),
+              "> ERROR: Error: Cannot create directory newer.vek\n"); // but that is its own
     EXPECT_EQ(listing("new.vek"), (Lines{"dampers.tbl", "springs.tbl"}));
     fs::remove_all("new.vek/dampers.tbl");
     write_file("new.vek/dampers.tbl"); // in the way
@@ -435,7 +436,7 @@ TEST_F(Durability, FilesDoNotGetTheDescriptorsOfClosedStreams)
         for (int stream : {0, 1, 2})
             open_streams += fcntl(stream, F_GETFD) == -1 ? "" : std::to_string(stream);
     };
-    EXPECT_EQ(in_child([] {
+    EXPECT_EQ(run_in_child([] {
                   for (int stream : {0, 1, 2})
                       close(stream);
                   return std::to_string(vorn_wrt_cfg("x", nullptr)) + open_streams;
@@ -446,7 +447,7 @@ TEST_F(Durability, FilesDoNotGetTheDescriptorsOfClosedStreams)
 // Runs an operation as a user who is not root, if this process may become one.
 static std::string as_other_user(const std::function<std::string()> &operation)
 {
-    return in_child([&] {
+    return run_in_child([&] {
         if (geteuid() == 0 && seteuid(other_user) != 0)
             return std::string("still root");
         std::string answer = operation();
@@ -496,7 +497,7 @@ TEST_F(Durability, WhatOtherUsersLeaveInACommonDirectory)
     write_file("common/my.cfg", private_cfg);
     EXPECT_EQ(chown("common/my.cfg", other_user, other_user), 0);
     fs::create_symlink(path_of("victim"), "common/my.cfq");
-    set("KLV_VORN_PRIVATE_CFG", "common/my.cfg");
+    set_env("KLV_VORN_PRIVATE_CFG", "common/my.cfg");
     EXPECT_EQ(as_other_user(update_with_lines),
               "1> ERROR: Cannot create file 'file://common/my.cfq' : Operation not permitted\n");
     EXPECT_EQ(read_file("victim"), "a victim");
@@ -504,9 +505,9 @@ TEST_F(Durability, WhatOtherUsersLeaveInACommonDirectory)
     // Nor is his copy taken for one of ours.
     write_file(".vorn.cfg.vek-previous", "another's");
     EXPECT_EQ(chown(".vorn.cfg.vek-previous", other_user, other_user), 0);
-    set("KLV_VORN_PRIVATE_CFG", file);
+    set_env("KLV_VORN_PRIVATE_CFG", file);
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
-    set("KLV_VORN_PRIVATE_CFG", "common/my.cfg");
+    set_env("KLV_VORN_PRIVATE_CFG", "common/my.cfg");
 
     // Root leaves the file its owner.
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);

@@ -2,7 +2,7 @@
 
 #include "support/scratch.h"
 
-class Edits : public Scratch {};
+class Edits : public TempDirTest {};
 
 static int edit(const Lines &row)
 {
@@ -24,18 +24,18 @@ TEST_F(Edits, ChangeTheListAndThePrivateFileOrAreRefused)
         EXPECT_EQ(host::printed(), lines);
     }
     EXPECT_EQ(listing("c.vek"), (Lines{"dampers.tbl", "springs.tbl"}));
-    std::string expected = put_out("DATABASE     [30] d.vek\n"
-                                   "DATABASE     c                  c.vek\n"
-                                   "DATABASE     b                  b.vek\n"
-                                   "! DATABASE     a                  HOME\n"
-                                   "! DATABASE private $HOME/private.vek\n"
-                                   "DEFAULT_WRITE_DB    C\n"
-                                   "DATABASE_ORDER    vorn_shared, c, [30]\n");
+    std::string expected = expand_repeats("DATABASE     [30] d.vek\n"
+                                          "DATABASE     c                  c.vek\n"
+                                          "DATABASE     b                  b.vek\n"
+                                          "! DATABASE     a                  HOME\n"
+                                          "! DATABASE private $HOME/private.vek\n"
+                                          "DEFAULT_WRITE_DB    C\n"
+                                          "DATABASE_ORDER    vorn_shared, c, [30]\n");
     expected.replace(expected.find("HOME"), 4, home);
     EXPECT_EQ(read_file(".vorn.cfg"), expected);
     EXPECT_EQ(vorn_vek_db_add("a", "  ", 1), 1);
     EXPECT_EQ(vorn_vek_set_write_default_no_cfg_update("vorn_shared"), 0);
-    EXPECT_EQ(said(), "");
+    EXPECT_EQ(drain_output(), "");
     EXPECT_NE(read_file(".vorn.cfg").find("DEFAULT_WRITE_DB    C\n"), std::string::npos);
 }
 

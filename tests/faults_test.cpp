@@ -19,14 +19,14 @@ static std::string old_text;
 
 enum kind_of_operation { UPDATE, UPDATES, COPY, START, OTHER };
 
-class Faults : public Scratch {
+class Faults : public TempDirTest {
   protected:
     void expect_no_fault(const std::function<std::string()> &operation, const std::string &name,
                          kind_of_operation kind);
     int count = 0;
 };
 
-static bool is_told(const std::string &answer)
+static bool is_reported(const std::string &answer)
 {
     for (const char *word : {"ERROR", "WARNING", "ABORT"})
         if (answer.find(word) != answer.npos)
@@ -42,7 +42,7 @@ static std::string loss_in(const std::string &answer, const std::string &old,
     const std::string text = read_file(file);
     if (answer != "killed" && answer[0] == '1')
         return text == fresh ? "" : "not written";
-    if (answer != "killed" && !is_told(answer))
+    if (answer != "killed" && !is_reported(answer))
         return "not told";
     return text == old || text == fresh ? "" : "lost";
 }
@@ -52,15 +52,15 @@ static void expect_next_update()
 {
     const std::string text = read_file(file), kept = read_file(backup);
     EXPECT_TRUE(kept.empty() || kept == text || kept == old_text);
-    EXPECT_EQ(in_child([] { return std::to_string(vorn_wrt_cfg("x", nullptr)); }), "1");
+    EXPECT_EQ(run_in_child([] { return std::to_string(vorn_wrt_cfg("x", nullptr)); }), "1");
     EXPECT_EQ(read_file(backup), text);
     const std::string next = read_file(file);
     write_file(file, text);
-    EXPECT_EQ(in_child([] { return std::to_string(vorn_wrt_cfg("x", nullptr)); }), "1");
+    EXPECT_EQ(run_in_child([] { return std::to_string(vorn_wrt_cfg("x", nullptr)); }), "1");
     EXPECT_EQ(next, read_file(file)); // which nothing had happened to
 }
 
-static const std::string source = xs(5000);
+static const std::string source = repeat_x(5000);
 
 static void prepare()
 {
@@ -96,10 +96,10 @@ void Faults::expect_no_fault(const std::function<std::string()> &operation, cons
                              kind_of_operation kind)
 {
     prepare();
-    const std::string good = in_child(operation), fresh = read_file(file);
+    const std::string good = run_in_child(operation), fresh = read_file(file);
     const size_t width = good.find('\n') + 1;
     const Lines done = world();
-    EXPECT_FALSE(is_told(good)) << good;
+    EXPECT_FALSE(is_reported(good)) << good;
     prepare();
     const std::vector<long> calls = system_calls(operation);
     int considered = 0;
@@ -112,15 +112,15 @@ void Faults::expect_no_fault(const std::function<std::string()> &operation, cons
         if (kind == UPDATE || kind == START)
             wishes.insert(wishes.end(), {{nth, 0, false}, {nth, ENOSPC, true}});
         for (const fault &wish : wishes) {
-            if (++considered % one_in != 0)
+            if (++considered % sample_stride != 0)
                 continue;
             long call;
             prepare();
             std::string answer = run_with_fault(wish, operation, &call);
             bool may_be_cut =
                 kind == COPY && (call == SYS_write || (call == SYS_read && wish.error != EINTR));
-            bool must_be_done =
-                answer.compare(0, width, good, 0, width) == 0 && !is_told(answer) && !may_be_cut;
+            bool must_be_done = answer.compare(0, width, good, 0, width) == 0 &&
+                                !is_reported(answer) && !may_be_cut;
             SCOPED_TRACE(name + ": " + std::to_string(nth) + ", call " + std::to_string(call) +
                          ", " + strerror(wish.error) + ": " + answer);
             EXPECT_EQ(kind <= UPDATES ? loss_in(answer, old_text, fresh) : "", "");
@@ -146,18 +146,18 @@ struct row {
 static std::string answer_of(const row &now)
 {
     std::string result = std::to_string(now.run());
-    return result + "\n" + said();
+    return result + "\n" + drain_output();
 }
 
 TEST_F(Faults, AnUpdateLosesNothingWhateverTheSystemRefuses)
 {
-    set("SET", "a value");
+    set_env("SET", "a value");
     start_session();
     host::printed();
-    set("TMPDIR", home);
+    set_env("TMPDIR", home);
     old_text = "ENVIRONMENT SET x\nENVIRONMENT UNSET x\nDATABASE goes x\n"
                "DEFAULT_WRITE_DB x\n" +
-               xs(5000) + "\n";
+               repeat_x(5000) + "\n";
     for (const row &now : {row{"update", [] { return vorn_wrt_cfg("vorn_vek_db_add", "private"); }},
                            {"overwrite", [] { return host::answer = 1, vorn_sav_cfg(); }},
                            {"save", [] { return host::answer = 2, vorn_sav_cfg(); }}})
@@ -176,14 +176,15 @@ TEST_F(Faults, AnOperationTellsWhateverTheSystemRefuses)
     old_text = private_cfg;
     for (const row &now :
          {row{"copy",
-              [] { return vorn_vek_copy_file2file(Text("source.dpr"), Text("target.dpr")); }},
-          {"copy to", [] { return vorn_vek_copy_file2db(Text("source.dpr"), "private"); }},
+              [] { return vorn_vek_copy_file2file(Buffer("source.dpr"), Buffer("target.dpr")); }},
+          {"copy to", [] { return vorn_vek_copy_file2db(Buffer("source.dpr"), "private"); }},
           {"append", [] { return vorn_vek_append_file2file("source.dpr", "target.dpr"); }},
-          {"backup", [] { return vek_backup_file(Text("source.dpr")); }}})
+          {"backup", [] { return vek_backup_file(Buffer("source.dpr")); }}})
         expect_no_fault([&] { return answer_of(now); }, now.name, COPY);
     for (const row &now :
-         {row{"rename", [] { return vorn_vek_rename_file(Text("source.dpr"), Text("new.dpr")); }},
-          {"delete", [] { return vorn_vek_delete_file(Text("source.dpr")); }},
+         {row{"rename",
+              [] { return vorn_vek_rename_file(Buffer("source.dpr"), Buffer("new.dpr")); }},
+          {"delete", [] { return vorn_vek_delete_file(Buffer("source.dpr")); }},
           {"new", [] { return vorn_cre_dat("new.vek"); }},
           {"add", [] { return vorn_vek_db_add("new", "new.vek", 1); }}})
         expect_no_fault([&] { return answer_of(now); }, now.name, OTHER);
@@ -192,7 +193,7 @@ TEST_F(Faults, AnOperationTellsWhateverTheSystemRefuses)
 
 TEST_F(Faults, AStartTellsWhateverTheSystemRefuses)
 {
-    set("KLV_VORN", "inst");
+    set_env("KLV_VORN", "inst");
     std::string tables; // so many that directories are listed
     for (const char *name : {"a", "b", "c"})
         tables += std::string("TABLE ") + name + " " + name + ".tbl " + name + "\n";
@@ -206,7 +207,7 @@ TEST_F(Faults, AStartTellsWhateverTheSystemRefuses)
                 std::string answer = std::to_string(vorn_vek_cfg_env_read(""));
                 for (const std::string &row : databases())
                     answer += ";" + row;
-                return answer + "\n" + said();
+                return answer + "\n" + drain_output();
             },
             kind, START);
         old_text.clear();
@@ -219,27 +220,27 @@ TEST_F(Faults, AStartTellsWhateverTheSystemRefuses)
 static const row session[] = {
     {"start", [] { return vorn_vek_cfg_env_read(""); }},
     {"start a plug-in", [] { return vorn_vek_cfg_env_read("plug"); }},
-    {"search", [] { return (int)search(Text("<shared>/dampers.tbl/a.dpr")).size(); }},
+    {"search", [] { return (int)search(Buffer("<shared>/dampers.tbl/a.dpr")).size(); }},
     {"add", [] { return vorn_vek_db_add("mine", "mine.vek", 1); }},
-    {"refuse", [] { return vorn_vek_db_add("mine", xs(260).c_str(), 1); }},
-    {"refuse a table", [] { return vek_tbl_read(("TABLE " + xs(400) + " a b").c_str(), 0); }},
+    {"refuse", [] { return vorn_vek_db_add("mine", repeat_x(260).c_str(), 1); }},
+    {"refuse a table", [] { return vek_tbl_read(("TABLE " + repeat_x(400) + " a b").c_str(), 0); }},
     {"database", [] { return add_database("fifth fifth.vek"); }},
     {"table", [] { return add_table("last last.tbl lst"); }},
     {"grown database", [] { return add_database("sixth sixth.vek"); }},
     {"default", [] { return vorn_vek_set_write_default("mine"); }},
     {"file",
-     [] { return vorn_vek_set_def_propfile("spring", Text("<shared>/dampers.tbl/a.dpr")); }},
+     [] { return vorn_vek_set_def_propfile("spring", Buffer("<shared>/dampers.tbl/a.dpr")); }},
     {"rig", [] { return vorn_vek_set_def_testrig("spring", "rig"); }},
     {"back", [] { return vorn_vek_set_write_default("private"); }},
     {"remove", [] { return vorn_vek_db_remove("mine"); }},
-    {"copy", [] { return vorn_vek_copy_file2db(Text("source.dpr"), "private"); }},
+    {"copy", [] { return vorn_vek_copy_file2db(Buffer("source.dpr"), "private"); }},
     {"report", [] { return vorn_vek_db_info("report") + vorn_vek_tbl_info("report"); }},
     {"new", [] { return vorn_cre_dat("new.vek"); }},
     {"save", [] { return host::answer = 2, vorn_sav_cfg(); }},
     {"start by the solver",
      [] {
          int length = 0, found = 0;
-         F2C_DB_SEARCH(Text(""), 0, &length, &found, "<private>/dampers.tbl/source.dpr", 0, "");
+         F2C_DB_SEARCH(Buffer(""), 0, &length, &found, "<private>/dampers.tbl/source.dpr", 0, "");
          return found;
      }},
 };
@@ -277,13 +278,13 @@ static std::string fault_afterwards()
     vorn_vek_init("vorn"); // for what the start may have missed
     std::string faults = vorn_vek_db_add("again", "again.vek", 1) == 0 ? "" : "add ";
     faults += vorn_vek_set_write_default("again") == 0 ? "" : "default ";
-    faults += search(Text("<shared>/dampers.tbl/a.dpr")).empty() ? "search " : "";
+    faults += search(Buffer("<shared>/dampers.tbl/a.dpr")).empty() ? "search " : "";
     faults += vorn_vek_set_def_testrig("again", "rig") == 1 ? "" : "rig ";
     faults += vorn_vek_get_def_testrig("again") == std::string("rig") ? "" : "no rig ";
     faults += vorn_sav_cfg() == 1 ? "" : "save ";
     for (int level = 2; level <= number_of_veks; ++level)
         faults += db_at(level)->tbl_count == db_at(1)->tbl_count ? "" : "tables ";
-    return faults.empty() ? "" : faults + said();
+    return faults.empty() ? "" : faults + drain_output();
 }
 
 // The whole session, the number of the step in which memory ran out, and how it
@@ -317,7 +318,7 @@ static std::string result(const std::string &step)
 
 // A step that lacks memory says so, if there is some for that; else its lines are
 // as ever but for one, which is missing or cut.
-static bool is_told(const Lines &now, const Lines &good)
+static bool is_reported(const Lines &now, const Lines &good)
 {
     for (const char *told : {"ABORT: malloc_failure", "Malloc failed.", "Cannot allocate memory",
                              "ERROR: cannot open file"})
@@ -333,8 +334,8 @@ static bool is_told(const Lines &now, const Lines &good)
 
 TEST_F(Faults, ASessionGoesOnWhenAnyAllocationFails)
 {
-    set("KLV_VORN", "inst");
-    set("KLV_VORN_SITE", "inst/site");
+    set_env("KLV_VORN", "inst");
+    set_env("KLV_VORN_SITE", "inst/site");
     std::string shared = shared_cfg;
     for (char name = 'a'; name <= 'v'; ++name)
         shared += std::string("TABLE ") + name + " tbl " + name + "\n";
@@ -346,12 +347,12 @@ TEST_F(Faults, ASessionGoesOnWhenAnyAllocationFails)
         prepare();
         write_file("plug.cfg", "TABLE plug plugs.tbl plg\nTABLE x\nDATABASE private x\n");
         write_file("shared.vek/dampers.tbl/a.dpr");
-        return parts(in_child([=] { return go_through(nth, for_good); }), step_end);
+        return parts(run_in_child([=] { return go_through(nth, for_good); }), step_end);
     };
     const Lines good = run(0, false);
     const size_t steps = std::size(session);
     ASSERT_EQ(good.size(), steps + 1);
-    for (int nth = 1;; nth += one_in)
+    for (int nth = 1;; nth += sample_stride)
         for (bool for_good : {false, true}) {
             const Lines now = run(nth, for_good);
             ASSERT_GT(now.size(), steps) << nth << " " << now[0];
@@ -365,16 +366,16 @@ TEST_F(Faults, ASessionGoesOnWhenAnyAllocationFails)
                          session[(size_t)failing].name);
             ++count;
             EXPECT_EQ(now.size(), steps + 1) << now.back();
-            EXPECT_EQ(in_child([] { // a next session reads what was saved
+            EXPECT_EQ(run_in_child([] { // a next session reads what was saved
                           set_product("vorn");
                           std::string result = std::to_string(vorn_vek_cfg_env_read(""));
-                          std::string lines = said();
-                          return is_told(lines) ? lines : result;
+                          std::string lines = drain_output();
+                          return is_reported(lines) ? lines : result;
                       }),
                       "0");
             const Lines mine = parts(now[(size_t)failing], line_end);
             const Lines usual = parts(good[(size_t)failing], line_end);
-            EXPECT_TRUE(for_good || is_told(mine, usual)) << now[(size_t)failing];
+            EXPECT_TRUE(for_good || is_reported(mine, usual)) << now[(size_t)failing];
             if (!std::string(session[(size_t)failing].name).starts_with("start")) {
                 bool is_undone = state(mine[0]) == state(good[(size_t)failing - 1]);
                 EXPECT_TRUE(mine[0] == usual[0] ||

@@ -9,7 +9,7 @@
 
 namespace fs = std::filesystem;
 
-class Files : public Scratch {
+class Files : public TempDirTest {
   protected:
     Files()
     {
@@ -47,10 +47,10 @@ TEST_F(Files, AreCopiedMovedAndDeleted)
         if (on_windows && std::regex_search(row.head, std::regex("pipe|/dev/|a\\\\b|5000")))
             continue; // there are no pipes, "\\" separates, and the reason is another
         std::string result, operation, first, second;
-        std::istringstream(put_out(row.head)) >> result >> operation >> first >> second;
-        EXPECT_EQ(operations.at(operation)(Text(first), Text(second)), std::stoi(result))
+        std::istringstream(expand_repeats(row.head)) >> result >> operation >> first >> second;
+        EXPECT_EQ(operations.at(operation)(Buffer(first), Buffer(second)), std::stoi(result))
             << row.head;
-        EXPECT_EQ(said(), row.said) << row.head;
+        EXPECT_EQ(drain_output(), row.drain_output) << row.head;
     }
     end_in(0);
 }
@@ -62,7 +62,7 @@ TEST_F(Files, AreCopiedWholeWhateverTheirSize)
         for (size_t i = 0; i < size; i += 7)
             text[i] = static_cast<char>(i / 251);
         write_file("from", text);
-        EXPECT_EQ(vorn_vek_copy_file2file(Text("from"), Text("to")), 0);
+        EXPECT_EQ(vorn_vek_copy_file2file(Buffer("from"), Buffer("to")), 0);
         EXPECT_EQ(read_file("to"), text);
         EXPECT_EQ(host::printed().size(), 2u);
     }
@@ -73,7 +73,7 @@ TEST_F(Files, OfAnUnknownExtensionGoToTheRootDirectory)
     for (const Lines &row : rows(".none .dpr;[12]")) { // whether or not it can be written to
         const std::string name = fs::path(home).filename().string() + row[0]; // nobody else's
         write_file(name);
-        vorn_vek_copy_file2db(Text(name), "db");
+        vorn_vek_copy_file2db(Buffer(name), "db");
         const std::string line = host::printed().back();
         EXPECT_NE(line.find("'file:///" + name + "'"), line.npos) << line;
         fs::remove("/" + name);
@@ -84,17 +84,17 @@ TEST_F(Files, AreNamedInTheLibrarysOwnBuffers)
 {
     const auto own = [](const char *text) { return const_cast<char *>(text); };
     write_file("f.dpr");
-    vorn_vek_rename_file(own(vorn_vek_input2file(Text("x/a.dpr"))), Text("db/d.tbl/b.dpr"));
-    vorn_vek_copy_file2file(Text("f.dpr"), own(vorn_vek_input2file(Text("x/to"))));
-    vorn_vek_copy_file2db(own(vorn_vek_input2base(Text("x/f.dpr.old"))), "db");
-    EXPECT_EQ(said(), "> File 'file://a.dpr' successfully renamed to\n"
-                      ">      'klvds://db/d.tbl/b.dpr'.\n"
-                      "> File 'file://f.dpr' successfully copied to\n>      'file://to'.\n"
-                      "> File 'file://f.dpr' successfully copied to\n"
-                      ">      'klvds://db/d.tbl/f.dpr'.\n");
-    vorn_vek_set_def_propfile(vorn_vek_input2file(Text("x/damper")), Text("f.dpr"));
+    vorn_vek_rename_file(own(vorn_vek_input2file(Buffer("x/a.dpr"))), Buffer("db/d.tbl/b.dpr"));
+    vorn_vek_copy_file2file(Buffer("f.dpr"), own(vorn_vek_input2file(Buffer("x/to"))));
+    vorn_vek_copy_file2db(own(vorn_vek_input2base(Buffer("x/f.dpr.old"))), "db");
+    EXPECT_EQ(drain_output(), "> File 'file://a.dpr' successfully renamed to\n"
+                              ">      'klvds://db/d.tbl/b.dpr'.\n"
+                              "> File 'file://f.dpr' successfully copied to\n>      'file://to'.\n"
+                              "> File 'file://f.dpr' successfully copied to\n"
+                              ">      'klvds://db/d.tbl/f.dpr'.\n");
+    vorn_vek_set_def_propfile(vorn_vek_input2file(Buffer("x/damper")), Buffer("f.dpr"));
     EXPECT_STREQ(vorn_vek_get_def_propfile("damper"), "file://f.dpr");
     write_file("cfg", "PROPFILE damper f.dpr\nTABLE");
-    vek_cfg_read(vorn_vek_input2file(Text("x/cfg")), 0);
+    vek_cfg_read(vorn_vek_input2file(Buffer("x/cfg")), 0);
     EXPECT_EQ(host::printed().back(), "ERROR: Erroneous statement(s) ignored in file : 'cfg'.");
 }

@@ -7,7 +7,7 @@
 #include <functional>
 #include <map>
 
-class Names : public Scratch {
+class Names : public TempDirTest {
   protected:
     // The databases u/private.vek and i/shared.vek with a table for dampers.
     void define(const std::string &product = "vorn", const std::string &shared = "vorn_shared")
@@ -26,11 +26,11 @@ class Names : public Scratch {
 TEST_F(Names, AreTakenApart)
 {
     for (const Lines &row : table("names_apart")) {
-        Text to_path(row[0]), to_file(row[0]), to_base(row[0]), to_both(row[0]);
+        Buffer to_path(row[0]), to_file(row[0]), to_base(row[0]), to_both(row[0]);
         EXPECT_EQ(row, (Lines{row[0], vorn_vek_input2path(to_path), vorn_vek_input2file(to_file),
                               vorn_vek_input2base(to_base), vorn_vek_input2ext(row[0].c_str()),
                               vek_input2tbl_and_file(to_both)}));
-        for (const Text *turned : {&to_path, &to_file, &to_base, &to_both})
+        for (const Buffer *turned : {&to_path, &to_file, &to_base, &to_both})
             EXPECT_EQ(std::string(*turned).find('\\'), std::string::npos);
     }
     for (const Lines &row : table("added_extensions"))
@@ -41,7 +41,7 @@ TEST_F(Names, DirectoryAliasesAreSplitAndResolved)
 {
     define();
     for (const Lines &row : table("directory_aliases")) {
-        Text database("unwritten"), standard(""), alias(row[0]);
+        Buffer database("unwritten"), standard(""), alias(row[0]);
         int is_alias = 7;
         vek_split_alias(row[0].c_str(), database, standard, &is_alias);
         EXPECT_EQ(is_alias, row[1] != "unwritten") << row[0];
@@ -50,7 +50,7 @@ TEST_F(Names, DirectoryAliasesAreSplitAndResolved)
         EXPECT_EQ(row, (Lines{row[0], +database, +standard, result}));
         EXPECT_EQ(result == alias, row[3] == row[0] || is_alias == 0) << row[0];
     }
-    Text too_long(xs(268));
+    Buffer too_long(repeat_x(268));
     EXPECT_EQ(vorn_vek_alias2path(too_long), +too_long);
 }
 
@@ -65,25 +65,25 @@ TEST_F(Names, BecomeOneAnother)
         {"alias", vorn_vek_path2alias},
         {"standard", vorn_vek_standardize_alias}};
     for (const Lines &row : table("names"))
-        EXPECT_EQ(operations.at(row[0])(Text(row[1])), row[2]) << row[0] << " " << row[1];
+        EXPECT_EQ(operations.at(row[0])(Buffer(row[1])), row[2]) << row[0] << " " << row[1];
     EXPECT_EQ(vorn_vek_path2alias(nullptr), std::string());
     EXPECT_EQ(host::calls, Lines{});
-    Text path("u\\private.vek\\x"), name("<private>\\x.dpr"), other("private/y");
+    Buffer path("u\\private.vek\\x"), name("<private>\\x.dpr"), other("private/y");
     vorn_vek_path2alias(path);
     EXPECT_STREQ(path, "u/private.vek/x");
-    set("KLV_VEK_EXPAND_PATH", "YES");
+    set_env("KLV_VEK_EXPAND_PATH", "YES");
     EXPECT_EQ(vorn_vek_expand2full(name), +name);
     EXPECT_STREQ(name, "<private>\\x.dpr");
-    set("KLV_VEK_EXPAND_PATH", "yes");
+    set_env("KLV_VEK_EXPAND_PATH", "yes");
     const char *expanded = vorn_vek_expand2full(name);
     vorn_vek_input2full(other);
     EXPECT_STREQ(expanded, "u/private.vek/x.dpr");
     unset("KLV_VEK_EXPAND_PATH");
     EXPECT_STREQ(vorn_vek_expand2full(other), "u/private.vek/y");
-    const char *directory = vorn_vek_input2path(Text("a/b")),
-               *file = vorn_vek_input2file(Text("a/b"));
+    const char *directory = vorn_vek_input2path(Buffer("a/b")),
+               *file = vorn_vek_input2file(Buffer("a/b"));
     for (const Lines &left : rows("c/d=c=d e=e=e")) {
-        vorn_vek_input2full(Text(left[0]));
+        vorn_vek_input2full(Buffer(left[0]));
         EXPECT_EQ(left, (Lines{left[0], directory, file}));
     }
 }
@@ -97,19 +97,19 @@ TEST_F(Names, AreSearchedFor)
                              "here.dpr", "u/private.vek/dampers.tbl/.dpr"})
         write_file(path);
     for (const Lines &row : table("searches")) {
-        set("KLV_VEK_SEARCH", row[0]);
-        EXPECT_EQ(search(Text(row[3]), std::stoi(row[2]), row[1]), row[4]) << row[2] + row[3];
+        set_env("KLV_VEK_SEARCH", row[0]);
+        EXPECT_EQ(search(Buffer(row[3]), std::stoi(row[2]), row[1]), row[4]) << row[2] + row[3];
     }
-    EXPECT_STREQ(vek_search_levels("damper", Text("a.dpr"), 2147483647), "");
+    EXPECT_STREQ(vek_search_levels("damper", Buffer("a.dpr"), 2147483647), "");
     EXPECT_EQ(host::printed(), Lines{});
     // Arguments in the library's own buffers.
-    const char *own = vorn_vek_input2path(Text("u/private.vek/dampers.tbl/a.dpr/x"));
+    const char *own = vorn_vek_input2path(Buffer("u/private.vek/dampers.tbl/a.dpr/x"));
     EXPECT_STREQ(vorn_vek_input2tblpth(const_cast<char *>(own)), "<private>/dampers.tbl/a.dpr");
-    own = vorn_vek_input2full(Text("<none>/x/c.dpr"));
+    own = vorn_vek_input2full(Buffer("<none>/x/c.dpr"));
     EXPECT_EQ(search(const_cast<char *>(own), 2), "i/x.vek/dampers.tbl/c.dpr");
-    own = vorn_vek_input2file(Text("x"));
+    own = vorn_vek_input2file(Buffer("x"));
     write_file("u/private.vek/dampers.tbl/.dpr");
-    EXPECT_EQ(search(Text(""), 1) + own, "");
+    EXPECT_EQ(search(Buffer(""), 1) + own, "");
 }
 
 TEST_F(Names, SharedHasTwoPlacesInOneProduct)
@@ -160,6 +160,6 @@ TEST_F(Names, TheWayBackSkipsNoTableThatMatters)
         std::string path;
         for (int part = 0; part < 6; ++part)
             path += parts[(random = random * 1664525 + 1013904223) >> 16 & 7];
-        ASSERT_EQ(vorn_vek_path2alias(Text(path)), plain_walk(path)) << path;
+        ASSERT_EQ(vorn_vek_path2alias(Buffer(path)), plain_walk(path)) << path;
     }
 }

@@ -12,7 +12,7 @@
 
 namespace fs = std::filesystem;
 
-class OddFiles : public Scratch {
+class OddFiles : public TempDirTest {
   protected:
     OddFiles()
     {
@@ -40,7 +40,7 @@ static std::string answers(const std::string &path)
     all += std::to_string(vek_dir_is_writable(path.c_str()));
     all += std::to_string(add_database("d" + std::to_string(number_of_veks) + " " + path));
     all += std::to_string(vorn_cre_dat(path.c_str()));
-    all += std::to_string(vorn_vek_copy_file2file(Text("file"), Text(path + "/copy")));
+    all += std::to_string(vorn_vek_copy_file2file(Buffer("file"), Buffer(path + "/copy")));
     return all;
 }
 
@@ -62,7 +62,7 @@ TEST_F(OddFiles, AreNoDatabases)
 // The current directory has been removed, or is out of reach by its path.
 TEST_F(OddFiles, MayBeTheCurrentDirectory)
 {
-    set("KLV_VORN", home + "/inst");
+    set_env("KLV_VORN", home + "/inst");
     write_file("inst/vorn.cfg", shared_cfg);
     write_file(".vorn.cfg", private_cfg);
     set_product("vorn");
@@ -76,17 +76,17 @@ TEST_F(OddFiles, MayBeTheCurrentDirectory)
     make_dir("gone/dir");
     fs::current_path("gone/dir");
     fs::remove(home + "/gone/dir");
-    EXPECT_EQ(in_child(ask), "02-1 ");
+    EXPECT_EQ(run_in_child(ask), "02-1 ");
     fs::remove(home + "/gone");
     fs::current_path(home);
     EXPECT_EQ(vorn_vek_init("vorn"), 0);
     make_dir("locked/dir");
     fs::current_path("locked/dir");
     fs::permissions(home, fs::perms::none);
-    EXPECT_EQ(in_child(ask), "020 " + home + "/locked/dir");
+    EXPECT_EQ(run_in_child(ask), "020 " + home + "/locked/dir");
     fs::permissions(home, fs::perms::all);
     fs::permissions(home + "/locked/dir", fs::perms::none); // nor is it by "."
-    EXPECT_EQ(in_child(ask), "020 " + home + "/locked/dir");
+    EXPECT_EQ(run_in_child(ask), "020 " + home + "/locked/dir");
     fs::permissions(home + "/locked/dir", fs::perms::all);
 }
 
@@ -96,23 +96,23 @@ TEST_F(OddFiles, AreNoConfigurationFilesThatBreakAReader)
     make_pipe("pipe");
     write_file("nul", std::string(1000, '\0') + "\nTESTRIG nul a\n");
     write_file("invalid", "TESTRIG invalid \xC3\x28\xFF\xFE\x80\nENVIRONMENT I \xF0\x80\n");
-    write_file("line", xs(10'000'000) + "\nTESTRIG line a\n");
+    write_file("line", repeat_x(10'000'000) + "\nTESTRIG line a\n");
     write_file("long");
-    fs::resize_file("long", 100'000'000 / one_in);
+    fs::resize_file("long", 100'000'000 / sample_stride);
     std::ofstream("long", std::ios::app) << "\nTESTRIG long a\n";
     for (const Lines &row : rows("dir=11 pipe=00 /dev/null=00 /dev/zero=11 /dev/full=11 nul=00 "
                                  "invalid=00 line=10 long=00")) {
         std::string result = std::to_string(vek_cfg_read(row[0].c_str(), 0));
-        EXPECT_EQ(result + std::to_string(vek_env_read(Text(row[0]))), row[1]) << row[0];
+        EXPECT_EQ(result + std::to_string(vek_env_read(Buffer(row[0]))), row[1]) << row[0];
         EXPECT_LT(host::printed().size(), 6u);
     }
     for (const char *name : {"nul", "line", "long"})
         EXPECT_STREQ(vorn_vek_get_def_testrig(name), "a");
     EXPECT_STREQ(vorn_vek_get_def_testrig("invalid"), "\xC3\x28\xFF\xFE\x80");
     EXPECT_STREQ(getenv("I"), "\xF0\x80");
-    EXPECT_EQ(vorn_vek_copy_file2file(Text("/dev/zero"), Text("copy")), 1);
+    EXPECT_EQ(vorn_vek_copy_file2file(Buffer("/dev/zero"), Buffer("copy")), 1);
     EXPECT_EQ(vorn_vek_append_file2file("/dev/zero", "copy"), 1);
-    set("KLV_VORN_PRIVATE_CFG", "/dev/zero");
+    set_env("KLV_VORN_PRIVATE_CFG", "/dev/zero");
     set_product("vorn");
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
     EXPECT_EQ(vorn_sav_cfg(), 0);
@@ -137,7 +137,8 @@ TEST_F(OddFiles, OfAnotherUserAreNotFollowed)
             fs::create_symlink(home + "/victim", dir + name);
         if (!is_link && (geteuid() != 0 || chown(dir.c_str(), other_user, other_user) != 0))
             continue;
-        EXPECT_EQ(in_child([] { return std::to_string(vorn_wrt_cfg("x", nullptr)) + said(); }),
+        EXPECT_EQ(run_in_child(
+                      [] { return std::to_string(vorn_wrt_cfg("x", nullptr)) + drain_output(); }),
                   "1");
         EXPECT_EQ(listing(dir), (Lines{"new_cfg_file", "tmp_cfg_file"}));
         fs::remove_all("planted");
@@ -158,15 +159,15 @@ TEST_F(OddFiles, AreNotMadeByNamesWithLineEnds)
     const std::string more = "x\nENVIRONMENT EVIL %n", file = "dampers.tbl" + more;
     write_file(file);
     make_dir(more);
-    set("MORE", more);
+    set_env("MORE", more);
     EXPECT_EQ(vorn_vek_db_add("more", "$MORE", 1), 0);
     vorn_vek_db_add("a", more.c_str(), 1);
     vorn_vek_db_add(more.c_str(), "b", 1);
     for (const std::string &name : {more, std::string("%s%n")}) {
         vorn_vek_set_def_testrig(name.c_str(), "rig");
         vorn_vek_set_def_testrig("%n", name.c_str());
-        vorn_vek_set_def_propfile(name.c_str(), Text(file));
-        vorn_vek_set_def_propfile("damper", Text(name));
+        vorn_vek_set_def_propfile(name.c_str(), Buffer(file));
+        vorn_vek_set_def_propfile("damper", Buffer(name));
         vorn_vek_db_remove(name.c_str());
         vorn_vek_set_write_default(name.c_str());
     }

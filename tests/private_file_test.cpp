@@ -11,7 +11,7 @@
 static const char file[] = ".vorn.cfg";
 static const char backup[] = ".vorn.cfq";
 
-class PrivateFile : public Scratch {
+class PrivateFile : public TempDirTest {
   protected:
     void start(const std::string &text = private_cfg)
     {
@@ -28,13 +28,13 @@ class PrivateFile : public Scratch {
 TEST_F(PrivateFile, IsBroughtUpToDateLineByLine)
 {
     start();
-    set("SET", "a value");
-    set("EMPTY", "");
-    set("LONG", xs(181));
-    set("LINES", "a\nb");
-    set("BLANK", " \t");
-    set("NOTE", "a!b");
-    set(xs(60), xs(178)); // would make 255 characters
+    set_env("SET", "a value");
+    set_env("EMPTY", "");
+    set_env("LONG", repeat_x(181));
+    set_env("LINES", "a\nb");
+    set_env("BLANK", " \t");
+    set_env("NOTE", "a!b");
+    set_env(repeat_x(60), repeat_x(178)); // would make 255 characters
     for (const Case &row : cases("rewrites"))
         for (const char *end : {"\n", "\r\n"}) {
             std::string tag, name;
@@ -44,9 +44,10 @@ TEST_F(PrivateFile, IsBroughtUpToDateLineByLine)
             };
             write_file(file, text(row.text));
             EXPECT_EQ(vorn_wrt_cfg(tag.c_str(), name.empty() ? nullptr : name.c_str()), 1);
-            EXPECT_EQ(read_file(file), text(row.said.substr(2))) << row.head << "\n" << row.text;
+            EXPECT_EQ(read_file(file), text(row.drain_output.substr(2))) << row.head << "\n"
+                                                                         << row.text;
             EXPECT_EQ(read_file(backup), text(row.text));
-            EXPECT_EQ(said(), "");
+            EXPECT_EQ(drain_output(), "");
         }
     for (const std::string &left : listing(vorn_vek_tmp_file_path()))
         EXPECT_TRUE(left.starts_with("vek-test-")) << left; // of tests in a common directory
@@ -56,7 +57,7 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
 {
     start();
     const std::string order = "DATABASE_ORDER    vorn_shared, private";
-    set("R", "a\r");
+    set_env("R", "a\r");
     const std::string nul = std::string("! a\0b\r\rc\n", 9);
     for (auto [before, after] : std::vector<std::pair<std::string, std::string>>{
              {"", ""},
@@ -70,7 +71,7 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
         EXPECT_EQ(read_file(file), after);
     }
     // So that a session reads all of a path.
-    set("BLANK", " \t");
+    set_env("BLANK", " \t");
     for (const auto &[path, written] : std::vector<std::pair<std::string, std::string>>{
              {"$HOME/b\r", "HOME/b\r/"}, {"$HOME/b \\", "HOME/b /"}, {"$BLANK", "./ \t/"}}) {
         if (on_windows)
@@ -86,7 +87,7 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
     EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1); // which no database has
     EXPECT_EQ(read_file(file), "DATABASE     %n                 %n\nDATABASE x");
     for (const std::string &name :
-         {std::string("a\nTABLE b"), std::string(" \t"), xs(268), std::string("%n "),
+         {std::string("a\nTABLE b"), std::string(" \t"), repeat_x(268), std::string("%n "),
           std::string()}) { // what no statement can hold
         write_file(file, "DATABASE x");
         EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", name.c_str()), 1);
@@ -108,10 +109,10 @@ TEST_F(PrivateFile, OrderStatementHoldsTheNamesThatFit)
     std::string order = "DATABASE_ORDER    first";
     add_database("first first.vek");
     for (char i = 'a'; i < 'h'; ++i) {
-        add_database(i + xs(29) + " " + i);
-        order += std::string(", ") + i + xs(29);
+        add_database(i + repeat_x(29) + " " + i);
+        order += std::string(", ") + i + repeat_x(29);
     }
-    add_database(xs(16) + " y"); // would make it 265 characters
+    add_database(repeat_x(16) + " y"); // would make it 265 characters
     add_database("z z");
     EXPECT_EQ(vorn_wrt_cfg("", ""), 1);
     EXPECT_EQ(read_file(file), order + "\n");
@@ -132,7 +133,7 @@ static std::string whole_text(const std::string &head)
 TEST_F(PrivateFile, StartsFromATemplate)
 {
     for (const std::string whole : {"template", "template order"}) {
-        set("KLV_VEK_SEARCH", whole == "template" ? "YES" : "yes");
+        set_env("KLV_VEK_SEARCH", whole == "template" ? "YES" : "yes");
         EXPECT_EQ(_vek_print_cfg_file("VEK_chk_cfg_files", whole.c_str(), nullptr), 1);
         EXPECT_EQ(read_text(whole), whole_text(whole));
     }
@@ -146,7 +147,7 @@ TEST_F(PrivateFile, StartsFromATemplate)
     std::filesystem::remove(file);
 
     set_product("vorn");
-    set("KLV_VORN", "inst");
+    set_env("KLV_VORN", "inst");
     write_file("inst/vorn.cfg", shared_cfg);
     EXPECT_EQ(vorn_vek_init("vorn"), 0);
     EXPECT_EQ(read_text(file), whole_text("template order"));
@@ -159,14 +160,14 @@ static const char old_text[] = "Environment SET\tx\n!ENVIRONMENT SET x\nENVIRONM
 
 void PrivateFile::expect_saved(const std::string &kind)
 {
-    set("SET", "a value");
-    set("KLV_UPDATE_CFG", "no");
+    set_env("SET", "a value");
+    set_env("KLV_UPDATE_CFG", "no");
     host::answer = 1;
     for (const std::string search : {"", " order"}) {
-        set("KLV_VEK_SEARCH", search.empty() ? "no" : "yes");
+        set_env("KLV_VEK_SEARCH", search.empty() ? "no" : "yes");
         write_file(file, old_text);
         EXPECT_EQ(vorn_sav_cfg(), 1);
-        EXPECT_EQ(said(), "");
+        EXPECT_EQ(drain_output(), "");
         EXPECT_EQ(read_text(file), at_home(whole_text(kind + search)));
     }
 }
@@ -190,7 +191,7 @@ TEST_F(PrivateFile, IsSavedFromASessionWithRecordsOfTheUsers)
 
 TEST_F(PrivateFile, IsSavedAsTheUserAnswers)
 {
-    set("SET", "a value");
+    set_env("SET", "a value");
     start();
     const std::string alert = "vc_alert(alert, Private configuration file will be modified\n"
                               "             Choose write mode, Overwrite, Backup, Cancel, 2)";
@@ -206,7 +207,7 @@ TEST_F(PrivateFile, IsSavedAsTheUserAnswers)
         host::answer = answer;
         EXPECT_EQ(vorn_sav_cfg(), writes ? 1 : answer == 3 ? -1 : 0);
         EXPECT_EQ(host::calls_of("vc_alert"), Lines{alert});
-        EXPECT_EQ(said(), answer == 2 ? told : "");
+        EXPECT_EQ(drain_output(), answer == 2 ? told : "");
         EXPECT_EQ(read_text(file), writes ? at_home(whole_text("bare")) : old_text);
         EXPECT_EQ(read_file(backup), answer == 2 ? old_text : "");
     }
@@ -217,11 +218,11 @@ TEST_F(PrivateFile, IsSavedAsTheUserAnswers)
     EXPECT_EQ(read_file(backup), "older");
     host::answer = 2;
     EXPECT_EQ(vorn_sav_cfg(), 1);
-    EXPECT_EQ(said() + read_file(backup), told);
+    EXPECT_EQ(drain_output() + read_file(backup), told);
     std::filesystem::remove(file);
     std::filesystem::remove(backup);
     EXPECT_EQ(vorn_sav_cfg(), 1); // there is nothing to back up
-    EXPECT_EQ(said(), "");
+    EXPECT_EQ(drain_output(), "");
     EXPECT_FALSE(std::filesystem::exists(backup));
     EXPECT_EQ(read_file(file).find("a value"), std::string::npos);
 }
@@ -240,30 +241,30 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
              {"a!b", "p", ""},
              {"a,b", "p", "DATABASE     a,b                p\n"},
              {"c", "p!q", ""},
-             {"d", xs(234), "DATABASE     d                  " + xs(234) + "\n"},
-             {"e", xs(235), "DATABASE e " + xs(235) + "\n"},
-             {"f", xs(255), "DATABASE f " + xs(255) + "\n"},
-             {"two", xs(255), ""}}) {
+             {"d", repeat_x(234), "DATABASE     d                  " + repeat_x(234) + "\n"},
+             {"e", repeat_x(235), "DATABASE e " + repeat_x(235) + "\n"},
+             {"f", repeat_x(255), "DATABASE f " + repeat_x(255) + "\n"},
+             {"two", repeat_x(255), ""}}) {
         if (on_windows && path.size() == 255)
             continue; // no directory in it has a path that fits there
         write_file(file, "DATABASE x\n");
         EXPECT_EQ(vorn_vek_db_add(name.c_str(), path.c_str(), 1), 0);
-        EXPECT_EQ(said(), line.empty() ? lost("Database '" + name + "'") : "") << name;
+        EXPECT_EQ(drain_output(), line.empty() ? lost("Database '" + name + "'") : "") << name;
         EXPECT_EQ(read_file(file), line + "DATABASE x\n");
     }
     EXPECT_EQ(vorn_vek_set_write_default("c"), 0);
-    EXPECT_EQ(vorn_vek_set_def_propfile("damper", Text("x.dpr")), 1); // by no alias
-    EXPECT_EQ(vorn_vek_set_def_propfile("spring", Text(home + "/a b.dpr")), 1);
+    EXPECT_EQ(vorn_vek_set_def_propfile("damper", Buffer("x.dpr")), 1); // by no alias
+    EXPECT_EQ(vorn_vek_set_def_propfile("spring", Buffer(home + "/a b.dpr")), 1);
     EXPECT_EQ(vorn_vek_set_def_testrig("tyre", "two words"), 1);
     EXPECT_EQ(vorn_vek_set_def_testrig("two words", "rig"), 1);
     for (const char *table : {"a!b a.tbl a", "one b!.tbl b", "two c.tbl c!"})
         add_table(table, vek_private_cfg_index);
-    set("KLV_VEK_SEARCH", "yes");
+    set_env("KLV_VEK_SEARCH", "yes");
     write_file(file, "ENVIRONMENT NONE x\r\r\nENVIRONMENT NONE y");
     host::answer = 1;
     for (bool first : {true, false}) {
         EXPECT_EQ(vorn_sav_cfg(), 1);
-        EXPECT_EQ(said(),
+        EXPECT_EQ(drain_output(),
                   first
                       ? lost("Table of class 'a!b'") + lost("Table of class 'one'") +
                             lost("Table of class 'two'") + lost("Property file of class 'damper'") +
@@ -275,12 +276,12 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
     std::istringstream lines(read_text(file));
     for (std::string line; std::getline(lines, line);)
         statements += line[0] == '!' ? "" : line + "\n";
-    const std::string longest = on_windows ? "" : "DATABASE f " + xs(255) + "\n";
+    const std::string longest = on_windows ? "" : "DATABASE f " + repeat_x(255) + "\n";
     EXPECT_EQ(statements, at_home("ENVIRONMENT NONE x\nENVIRONMENT NONE y\n" + longest +
-                                  "DATABASE e " + xs(235) +
+                                  "DATABASE e " + repeat_x(235) +
                                   "\n"
                                   "DATABASE     d                  " +
-                                  xs(234) +
+                                  repeat_x(234) +
                                   "\n"
                                   "DATABASE     a,b                p\n"
                                   "DATABASE     private            HOME/private.vek\n"
@@ -288,7 +289,7 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
                                   (on_windows ? "" : "f, ") + "e, d, vorn_shared, private\n"));
     EXPECT_EQ(vorn_vek_set_def_testrig("tyre", "more words"), 1);
     EXPECT_EQ(vorn_sav_cfg(), 1);
-    EXPECT_EQ(said(), lost("Test rig of class 'tyre'")); // another one
+    EXPECT_EQ(drain_output(), lost("Test rig of class 'tyre'")); // another one
 }
 
 TEST_F(PrivateFile, TellsWhyItIsNotUpdated)
@@ -299,32 +300,32 @@ TEST_F(PrivateFile, TellsWhyItIsNotUpdated)
         "ERROR: The previous text is kept in file " + home + "/.vorn.cfg.vek-previous.";
     EXPECT_EQ(host::printed()[0], kept);
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
-    EXPECT_EQ(said(), "> " + kept + "\n");
+    EXPECT_EQ(drain_output(), "> " + kept + "\n");
     std::filesystem::remove(".vorn.cfg.vek-previous");
     const std::string before = read_file(file);
-    set("KLV_UPDATE_CFG", "no");
+    set_env("KLV_UPDATE_CFG", "no");
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     EXPECT_FALSE(std::filesystem::exists(backup));
-    set("KLV_UPDATE_CFG", "NO");
+    set_env("KLV_UPDATE_CFG", "NO");
     const std::string copy = std::string(vorn_vek_tmp_file_path()) + "tmp_cfg_file";
     make_dir(copy);
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
-    EXPECT_EQ(said(),
+    EXPECT_EQ(drain_output(),
               "> ERROR: Cannot create file 'file://" + copy + "' : " + directory_error + "\n");
     EXPECT_EQ(read_file(file) + read_file(backup), before + before);
     std::filesystem::remove(copy);
 
-    set("KLV_VORN_PRIVATE_CFG", "own.q"); // is its own backup
+    set_env("KLV_VORN_PRIVATE_CFG", "own.q"); // is its own backup
     write_file("own.q", "DATABASE_ORDER");
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
-    EXPECT_EQ(said(), "> ERROR: Old filename 'file://own.q' is same as new filename.\n");
+    EXPECT_EQ(drain_output(), "> ERROR: Old filename 'file://own.q' is same as new filename.\n");
     EXPECT_EQ(read_file("own.q"), "DATABASE_ORDER    vorn_shared, private\n");
 
-    set("KLV_VORN_PRIVATE_CFG", "none/my.cfg");
+    set_env("KLV_VORN_PRIVATE_CFG", "none/my.cfg");
     host::answer = 2;
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr) + vorn_wrt_cfg("x", nullptr) + vorn_sav_cfg(), 0);
-    EXPECT_EQ(said(), "> WARNING: Private cfg file none/my.cfg is unwritable.\n"
-                      "> WARNING: It will not be updated during the session.\n");
+    EXPECT_EQ(drain_output(), "> WARNING: Private cfg file none/my.cfg is unwritable.\n"
+                              "> WARNING: It will not be updated during the session.\n");
 }
 
 TEST_F(PrivateFile, NeedsNoOthersToBeMade)
@@ -342,6 +343,6 @@ TEST_F(PrivateFile, NeedsNoOthersToBeMade)
     host::printed();
     if (!on_windows)
         std::filesystem::create_symlink("/dev/null", "NUL");
-    set("KLV_VORN_PRIVATE_CFG", "NUL"); // has no disk
+    set_env("KLV_VORN_PRIVATE_CFG", "NUL"); // has no disk
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
 }

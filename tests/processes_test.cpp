@@ -17,7 +17,7 @@
 static const char file[] = ".vorn.cfg";
 static const char backup[] = ".vorn.cfq";
 
-class Processes : public Scratch {};
+class Processes : public TempDirTest {};
 
 // The user's databases, in order or by name, and the default for writing.
 static std::string personal(bool in_order)
@@ -70,7 +70,7 @@ static std::string edit_at_random(unsigned seed, bool searches)
         case 4:
             vorn_vek_set_def_propfile(
                 one_of({"damper", "Damper"}).c_str(),
-                Text(one_of({"$HOME/x.dpr", "shared.vek/dampers.tbl/y.dpr"})));
+                Buffer(one_of({"$HOME/x.dpr", "shared.vek/dampers.tbl/y.dpr"})));
             vorn_vek_set_def_testrig(one_of({"damper", "spring"}).c_str(), name.c_str());
             break;
         default:
@@ -87,21 +87,21 @@ TEST_F(Processes, ANextSessionHasTheEditsOfTheLast)
 {
     write_file("x.dpr");
     write_file("shared.vek/dampers.tbl/y.dpr");
-    set("KLV_VORN", "inst");
+    set_env("KLV_VORN", "inst");
     write_file("inst/vorn.cfg", shared_cfg);
     for (unsigned seed = 1; seed <= 300; ++seed) {
         bool searches = seed % 2 == 0;
-        set("KLV_VEK_SEARCH", searches ? "yes" : "no");
+        set_env("KLV_VEK_SEARCH", searches ? "yes" : "no");
         std::filesystem::remove(".vorn.cfg");
         auto start = [] {
             set_product("vorn");
             return vorn_vek_init("vorn") == 0;
         };
         std::string left =
-            in_child([&] { return start() ? edit_at_random(seed, searches) : said(); });
-        std::string found = in_child([&] {
+            run_in_child([&] { return start() ? edit_at_random(seed, searches) : drain_output(); });
+        std::string found = run_in_child([&] {
             if (!start())
-                return said();
+                return drain_output();
             std::string all = personal(false) + class_defaults();
             return left.size() == all.size() ? all
                                              : all + personal(true) + (searches ? names() : "");
@@ -140,13 +140,13 @@ static void update_often(const std::string &name, const std::string &other, bool
     make_dir(name);
     while (!std::filesystem::exists(other))
         usleep(1000);
-    for (int i = 0; i < 1000 / one_in; ++i) {
+    for (int i = 0; i < 1000 / sample_stride; ++i) {
         int result = i % 4 == 0   ? vorn_vek_db_add(name.c_str(), name.c_str(), 1)
                      : i % 4 == 1 ? vorn_vek_set_write_default("private")
                      : i % 4 == 2 ? vorn_vek_db_remove(name.c_str())
                      : saves      ? 1 - vorn_sav_cfg()
                                   : 1 - vorn_wrt_cfg("", nullptr);
-        if (result != 0 || said().find("ERROR") != std::string::npos)
+        if (result != 0 || drain_output().find("ERROR") != std::string::npos)
             _exit(2);
     }
     _exit(0);
@@ -155,12 +155,12 @@ static void update_often(const std::string &name, const std::string &other, bool
 // Saves drop another session's database, which its order still names.
 TEST_F(Processes, ReadWhatTwoOthersKeepUpdating)
 {
-    set("KLV_VORN", "inst");
+    set_env("KLV_VORN", "inst");
     set_product("vorn");
     write_file("inst/vorn.cfg", shared_cfg);
     int readings = 0;
     for (bool saves : {true, false}) {
-        set("KLV_VEK_SEARCH", saves ? "no" : "yes");
+        set_env("KLV_VEK_SEARCH", saves ? "no" : "yes");
         write_file(file, "ENVIRONMENT A b\n" + private_cfg + "DATABASE_ORDER private\n");
         std::filesystem::remove_all("a");
         std::filesystem::remove_all("b");
@@ -172,14 +172,14 @@ TEST_F(Processes, ReadWhatTwoOthersKeepUpdating)
             int status = 0;
             left -= waitpid(others[left - 1], &status, WNOHANG) > 0 ? 1 : 0;
             EXPECT_EQ(status, 0);
-            ASSERT_EQ(in_child([this] {
+            ASSERT_EQ(run_in_child([this] {
                           const std::string path = home + "/" + file;
-                          int result = vek_env_read(Text(path));
+                          int result = vek_env_read(Buffer(path));
                           result +=
                               vek_cfg_read("inst/vorn.cfg", 0) + vek_cfg_read(path.c_str(), 1);
                           const char *chosen = vorn_vek_get_write_default();
                           if (result != 0)
-                              return said();
+                              return drain_output();
                           return std::string(chosen == nullptr ? "none" : chosen);
                       }),
                       "private")
@@ -202,7 +202,7 @@ TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     EXPECT_EQ(read_file(backup), private_cfg);
 
-    set("KLV_VORN_PRIVATE_CFG", home + "/a\\b.cfg");
+    set_env("KLV_VORN_PRIVATE_CFG", home + "/a\\b.cfg");
     write_file("a\\b.cfg", "DATABASE x y\n");
     write_file("a/b.cfg", "another");
     EXPECT_EQ(vorn_sav_cfg(), 1);
@@ -212,7 +212,7 @@ TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
     // A new file that can't be written does not stay, but a link does.
     std::filesystem::create_symlink("none.cfg", "link.cfg");
     for (const char *name : {"new.cfg", "link.cfg"})
-        EXPECT_EQ(in_child([name] {
+        EXPECT_EQ(run_in_child([name] {
                       signal(SIGXFSZ, SIG_IGN);
                       rlimit limit;
                       getrlimit(RLIMIT_FSIZE, &limit);
@@ -238,12 +238,12 @@ TEST_F(Processes, BackUpAFileThatCannotBeWritten)
                                    "the session.\n";
     for (unsigned mode : {0222u, 0u, 0444u}) {
         std::filesystem::permissions(file, std::filesystem::perms(mode));
-        std::string answer = in_child([] {
+        std::string answer = run_in_child([] {
             host::printed();
             if (geteuid() == 0 && seteuid(65534) != 0) // root may write to all files
                 return std::string("still root");
             int result = vorn_sav_cfg();
-            return std::to_string(result) + said();
+            return std::to_string(result) + drain_output();
         });
         std::string lines = mode == 0222 ? "> ERROR: Could not open file 'file://" + home + "/" +
                                                file + "' : Permission denied\n"
@@ -256,21 +256,21 @@ TEST_F(Processes, BackUpAFileThatCannotBeWritten)
 TEST_F(Processes, HaveTemporaryDirectoriesOfTheirOwn)
 {
     make_dir("dir");
-    set("TMPDIR", home + "/dir");
+    set_env("TMPDIR", home + "/dir");
     const std::string dir = vorn_vek_tmp_file_path();
     EXPECT_TRUE(dir.starts_with(home + "/dir/") && dir.ends_with("/")) << dir;
     struct stat status;
     ASSERT_EQ(stat(dir.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0700u);
-    set("TMPDIR", home);
+    set_env("TMPDIR", home);
     EXPECT_EQ(vorn_vek_tmp_file_path(), dir);
     if (fork() == 0)
         exit(0);
     wait(nullptr);
     EXPECT_TRUE(std::filesystem::exists(dir)); // a child that ends leaves it alone
-    EXPECT_EQ(in_child([this] {                // a long one leaves no room for the names of files
-                  make_dir(home + "/" + xs(220));
-                  set("TMPDIR", home + "/" + xs(220));
+    EXPECT_EQ(run_in_child([this] {            // a long one leaves no room for the names of files
+                  make_dir(home + "/" + repeat_x(220));
+                  set_env("TMPDIR", home + "/" + repeat_x(220));
                   return std::string(vorn_vek_tmp_file_path()).substr(0, 5);
               }),
               "/tmp/");

@@ -5,12 +5,12 @@
 #include <climits>
 #include <filesystem>
 
-class Registry : public Scratch {};
+class Registry : public TempDirTest {};
 
 TEST_F(Registry, DatabaseStatementsAreTakenOrLeaveOnlyTheirDirectory)
 {
     vek_private_cfg_index = 2;
-    set("PLACE", "w\\in//");
+    set_env("PLACE", "w\\in//");
     make_dir("w");
     write_file("plain");
     for (const Lines &row : table("databases")) {
@@ -19,9 +19,9 @@ TEST_F(Registry, DatabaseStatementsAreTakenOrLeaveOnlyTheirDirectory)
     }
     EXPECT_EQ(host::printed().size(), 2U); // of vek_eval_str
     EXPECT_EQ(databases(), (Lines{"a a.vek 2", "b b and blanks 2", "Shared h 2", "w w/in 2",
-                                  "tilde ./a~1 2", xs(30) + " c 2"}));
+                                  "tilde ./a~1 2", repeat_x(30) + " c 2"}));
     for (size_t length : {259u, 260u}) { // of the current directory: 260 have no room
-        const std::string deep = home + "/" + xs(length - home.size() - 1);
+        const std::string deep = home + "/" + repeat_x(length - home.size() - 1);
         make_dir(deep);
         std::filesystem::current_path(deep);
         EXPECT_EQ(vorn_vek_db_exists(home.c_str()), length == 259);
@@ -108,7 +108,7 @@ TEST_F(Registry, TableStatementsHaveLimitsAndNoDuplicates)
     }
     for (const Lines &row : rows("[31]=d=f c=[36]=f c=d=[16]"))
         vek_tbl_add(0, row[0].c_str(), row[1].c_str(), row[2].c_str(), 0);
-    EXPECT_EQ(databases(), Lines{"one 1 0: " + xs(30) + " 1, y 2"});
+    EXPECT_EQ(databases(), Lines{"one 1 0: " + repeat_x(30) + " 1, y 2"});
 }
 
 TEST_F(Registry, TablesAreFoundByClassAndExtension)
@@ -212,7 +212,7 @@ TEST_F(Registry, ANewDatabaseDirectoryAndTheReport)
     add_table("damper dampers.tbl dpr");
     EXPECT_EQ(vorn_cre_dat("new"), 1);
     EXPECT_EQ(listing("new"), Lines{"dampers.tbl"});
-    write_file("report", xs(5000));
+    write_file("report", repeat_x(5000));
     EXPECT_EQ(vorn_vek_tbl_info("report") + vorn_vek_tbl_info("") + vorn_vek_tbl_info(nullptr), 0);
     text_builder rows = {};
     vek_tbl_list_print(&rows, "INFO");
@@ -262,20 +262,21 @@ TEST_F(Registry, DatabasesChangePlaces)
                   std::stoi(row[3]))
             << row[1];
         EXPECT_EQ(order(), row[4]) << row[1];
-        EXPECT_EQ(said(), row[5].empty() ? "" : "> ERROR: " + row[5] + "\n");
+        EXPECT_EQ(drain_output(), row[5].empty() ? "" : "> ERROR: " + row[5] + "\n");
     }
     EXPECT_EQ(vorn_vek_db_remove("c"), 0); // without tables
     EXPECT_EQ(vorn_vek_db2level("c"), -1);
     EXPECT_STREQ(held, "d");
     vek_set_number_of_veks(100);
     EXPECT_EQ(vorn_vek_db_reorder("a", 6), 1);
-    set("KLV_VEK_SEARCH", "yes");
+    set_env("KLV_VEK_SEARCH", "yes");
     write_file("t.cfg", "DATABASE_ORDER\nDATABASE_ORDER none, b\n");
     EXPECT_EQ(vek_cfg_read("t.cfg", 0), 2);
     const std::string bad = "> ERROR: Syntax error in line ", file = " of cfg_file 't.cfg'";
-    EXPECT_EQ(said(), "> " + reading("t.cfg") + "\n" + bad + "1" + file + "\n" + bad + "2" + file +
-                          ":\n    database name not defined.\n"
-                          "> ERROR: Erroneous statement(s) ignored in file : 't.cfg'.\n");
+    EXPECT_EQ(drain_output(), "> " + reading("t.cfg") + "\n" + bad + "1" + file + "\n" + bad + "2" +
+                                  file +
+                                  ":\n    database name not defined.\n"
+                                  "> ERROR: Erroneous statement(s) ignored in file : 't.cfg'.\n");
 }
 
 TEST_F(Registry, TheDatabaseReportProbesAnew)
@@ -300,6 +301,7 @@ TEST_F(Registry, TheDatabaseReportProbesAnew)
               "'**' indicates the default writable database.\n");
     EXPECT_EQ(vorn_vek_db_iswritable("mine") + vorn_vek_db_iswritable("locked"), 0);
     EXPECT_EQ(vorn_vek_db_info("none/report"), 1);
-    EXPECT_EQ(said(), "> ERROR: Open for vek info file 'none/report' failed: No such file or "
-                      "directory.\n\n");
+    EXPECT_EQ(drain_output(),
+              "> ERROR: Open for vek info file 'none/report' failed: No such file or "
+              "directory.\n\n");
 }

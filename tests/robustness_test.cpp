@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-class Robustness : public Scratch {};
+class Robustness : public TempDirTest {};
 
 template <typename Result> static void check(Result result, const char *text)
 {
@@ -24,13 +24,13 @@ static void call(std::initializer_list<Result (*)(Argument)> operations)
         R"(= %s%n%s [266] [267] [268] [10000] $[5000] [266]$HOME/[300] <shared>/[259] <shared[5000]
         klvds://shared/[253] klvds://[5000] file://[5000] <private>/dampers.tbl/[245] x;;[5000])");
     for (const std::string &text :
-         Lines{std::string(5000, '/'), std::string(5000, '\\'), "DATABASE d " + xs(5000),
-               "TABLE " + xs(5000) + " d e", "DATABASE x\nTABLE y\n%n"})
+         Lines{std::string(5000, '/'), std::string(5000, '\\'), "DATABASE d " + repeat_x(5000),
+               "TABLE " + repeat_x(5000) + " d e", "DATABASE x\nTABLE y\n%n"})
         texts.push_back({text});
     for (Result (*operation)(Argument) : operations) {
         check(operation(nullptr), nullptr);
         for (const Lines &row : texts) {
-            Text text(row[0]);
+            Buffer text(row[0]);
             check(operation(text), text);
         }
     }
@@ -72,7 +72,7 @@ static void call_all()
          [](char *text) { return vek_strcasecmp(text, text) + vek_strncasecmp(text, text, 9); },
          [](char *text) -> int { return *vek_strrstr(text, text); },
          [](char *text) {
-             Text shared(""), site(""), mine("");
+             Buffer shared(""), site(""), mine("");
              return vek_chk_cfg_files(text, shared, site, mine);
          },
          [](char *text) {
@@ -80,7 +80,7 @@ static void call_all()
              return *block == '\0' ? 0 : (free(block), 1);
          },
          [](char *text) {
-             Text result("");
+             Buffer result("");
              int length = 0, found = 0;
              F2C_DB_SEARCH(result, 0, &length, &found, text, 0, text);
              return found;
@@ -92,8 +92,8 @@ TEST_F(Robustness, NoTextBreaksAnOperation)
     call_all();
     start_session();
     vek_set_interface_mode();
-    set("KLV_VEK_SEARCH", "yes");
-    set("KLV_VEK_EXPAND_PATH", "yes");
+    set_env("KLV_VEK_SEARCH", "yes");
+    set_env("KLV_VEK_EXPAND_PATH", "yes");
     call_all();
     vek_set_number_of_veks(1000000);
     call_all();
@@ -103,8 +103,8 @@ TEST_F(Robustness, FilesReadWithoutMemoryLeaveRoomForLaterOnes)
 {
     fail_allocation(1, true);
     for (int i = 0; i < 25; ++i)
-        EXPECT_FALSE(cfg_index_take("forgotten"));
+        EXPECT_FALSE(cfg_index_assign("forgotten"));
     stop_failing();
-    EXPECT_TRUE(cfg_index_take("kept"));
+    EXPECT_TRUE(cfg_index_assign("kept"));
     EXPECT_EQ(cfg_file_of(24) + std::string(cfg_file_of(25)), "kept");
 }

@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <filesystem>
 
-class Session : public Scratch {};
+class Session : public TempDirTest {};
 
 // What vek_chk_cfg_files gives: its result and the three paths.
 static Lines chk_cfg_files(const std::string &name)
 {
-    Text shared(""), site("as before"), mine("as before");
+    Buffer shared(""), site("as before"), mine("as before");
     int result = vek_chk_cfg_files(name.c_str(), shared, site, mine);
     return {std::to_string(result), result == 0 ? +shared : "", +site, +mine};
 }
@@ -21,15 +21,15 @@ TEST_P(EachProduct, HasItsNamesAndPrivateVariables)
 {
     const Lines &row = GetParam();
     for (const char *other : {"VORN", "BLTH", "BELTHAR", "TESMO"})
-        set("KLV_" + std::string(other) + "_PRIVATE_CFG", "other");
-    set("HOME", "");
+        set_env("KLV_" + std::string(other) + "_PRIVATE_CFG", "other");
+    set_env("HOME", "");
     EXPECT_STREQ(vek_product_name(), "");
     set_product(row[0]);
     set_product("skarn"); // too late to count
     EXPECT_EQ(vek_product_name(), row[1]);
     EXPECT_EQ(vek_product_string(), row[2]);
-    set(row[3], "mine.cfg");
-    set(row[4], "places");
+    set_env(row[3], "mine.cfg");
+    set_env(row[4], "places");
     write_file("places/plug.cfg");
     EXPECT_EQ(chk_cfg_files("plug"), (Lines{"0", "places/plug.cfg", "", row[5]}));
 }
@@ -42,7 +42,7 @@ TEST_F(Session, TheFirstSharedFileThatExistsIsTaken)
     set_product("vorn");
     for (const Lines &row : rows("KLV_PLUG=own KLV_VORN=own KLV_VORN_PRIVATE_DIR=mine topdir=inst- "
                                  "KLV_USER_PLUGIN_DIR=;;first;;second; KLV_VORN_SITE=site"))
-        set(row[0], row[1]);
+        set_env(row[0], row[1]);
     for (const Lines &row : rows("Vorn.cfg vorn.cfg mine/vorn.cfg first/Vorn.cfg site/vorn.cfg"))
         write_file(row[0]); // not for the product
     const std::vector<Lines> files = table("shared_files");
@@ -72,11 +72,11 @@ TEST_F(Session, FindsTheSiteFileAndMakesThePrivateOne)
     set_product("vorn");
     write_file("plug.cfg");
     write_file("site/vorn.cfg");
-    set("KLV_VORN_SITE", "site"); // that of another name
+    set_env("KLV_VORN_SITE", "site"); // that of another name
     EXPECT_EQ(chk_cfg_files("plug"), (Lines{"0", "./plug.cfg", "", mine}));
     EXPECT_TRUE(std::filesystem::is_regular_file(mine));
     for (const char *site : {"", "site"}) {
-        set("KLV_PLUG_SITE", site);
+        set_env("KLV_PLUG_SITE", site);
         EXPECT_EQ(chk_cfg_files("plug")[2], "");
     }
     write_file("site/plug.cfg");
@@ -84,21 +84,21 @@ TEST_F(Session, FindsTheSiteFileAndMakesThePrivateOne)
     for (const Lines &bad : rows("none/x.cfg " + dir + "/[66] [5000] =")) {
         if (on_windows && bad[0].empty())
             continue; // is not set there
-        set("KLV_VORN_PRIVATE_CFG", bad[0]);
+        set_env("KLV_VORN_PRIVATE_CFG", bad[0]);
         EXPECT_EQ(chk_cfg_files("plug")[0], "1") << bad[0];
         EXPECT_EQ(host::printed().back(),
                   "ERROR: Cannot create private configuration file " + bad[0]);
     }
-    set("KLV_VORN_PRIVATE_CFG", dir + "/" + xs(65));
-    EXPECT_EQ(chk_cfg_files("plug")[3], dir + "/" + xs(65));
+    set_env("KLV_VORN_PRIVATE_CFG", dir + "/" + repeat_x(65));
+    EXPECT_EQ(chk_cfg_files("plug")[3], dir + "/" + repeat_x(65));
     unset("KLV_VORN_PRIVATE_CFG");
     unset("HOME");
     EXPECT_EQ(chk_cfg_files("plug")[3], "./.vorn.cfg");
     for (size_t length : {267u, 266u}) { // of a path, which may have 266
-        const std::string deep = dir + "/" + xs(length - 210);
+        const std::string deep = dir + "/" + repeat_x(length - 210);
         write_file(deep + "/plug.cfg");
-        set("KLV_PLUG", deep);
-        set("KLV_PLUG_SITE", deep);
+        set_env("KLV_PLUG", deep);
+        set_env("KLV_PLUG_SITE", deep);
         const Lines found = chk_cfg_files("plug");
         EXPECT_EQ(found[1], length == 266 ? deep + "/plug.cfg" : "./plug.cfg");
         EXPECT_EQ(found[2], length == 266 ? deep + "/plug.cfg" : "");
@@ -110,8 +110,8 @@ TEST_F(Session, FindsTheSiteFileAndMakesThePrivateOne)
 TEST_F(Session, GrowsWithEachStart)
 {
     const std::string mine = home + "/.vorn.cfg";
-    set("KLV_VORN_SITE", "site");
-    set("KLV_PLUG_SITE", "site");
+    set_env("KLV_VORN_SITE", "site");
+    set_env("KLV_PLUG_SITE", "site");
     write_file("site/vorn.cfg", "TABLE tyre tyres.tbl tir\n");
     write_file("plug.cfg", "ENVIRONMENT PLACE plug.vek\nDATABASE plug $PLACE\n"
                            "TABLE road roads.tbl rdf\n");
@@ -182,7 +182,7 @@ class AStart : public Session, public testing::WithParamInterface<Lines> {};
 TEST_P(AStart, TestsItsOutcome)
 {
     const Lines &row = GetParam();
-    set("HOME", ".");
+    set_env("HOME", ".");
     std::string shared = row[3];
     std::replace(shared.begin(), shared.end(), ';', '\n');
     const int mode = std::stoi(row[1]);

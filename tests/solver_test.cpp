@@ -4,21 +4,21 @@
 
 #include <regex>
 
-class Solver : public Scratch {
+class Solver : public TempDirTest {
   protected:
     Solver()
     {
         write_file(".vorn.cfg", private_cfg);
         write_file("private.vek/dampers.tbl/x.dpr");
         write_file("here.dpr");
-        set("HOME", ".");
-        set("KLV_VORN", ".");
+        set_env("HOME", ".");
+        set_env("KLV_VORN", ".");
     }
     // What F2C_DB_SEARCH gives for a name, and prints.
     void expect(const std::string &name, int found, const std::string &text,
                 const Lines &lines = {})
     {
-        Text result("");
+        Buffer result("");
         int length = -1, is_found = -1;
         F2C_DB_SEARCH(result, -1, &length, &is_found, name.c_str(), -1, "damper  x");
         EXPECT_EQ(std::string(result), text) << name;
@@ -30,7 +30,7 @@ class Solver : public Scratch {
 
 TEST_F(Solver, StartsThePlugInsOfTheModelEvenIfOneFails)
 {
-    const std::string n39 = xs(39), path = "./private.vek/dampers.tbl/x.dpr";
+    const std::string n39 = repeat_x(39), path = "./private.vek/dampers.tbl/x.dpr";
     write_file("vorn.cfg");
     write_file(n39 + ".cfg", shared_cfg);
     host::plugin_list = "vorn::" + n39 + ":" + n39 + "n:none:";
@@ -40,10 +40,10 @@ TEST_F(Solver, StartsThePlugInsOfTheModelEvenIfOneFails)
             "ERROR: VEK database was not initialized properly for 'vorn' plugin...",
             reading("./" + n39 + ".cfg"),
             "WARNING: Plugin name '" + n39 + "n' must be less than 40 chars, skipping...", ""});
-    Text none("<private>\\none");
+    Buffer none("<private>\\none");
     EXPECT_STREQ(db_search(none, "damper", nullptr), "");
     EXPECT_STREQ(none, "<private>/none");
-    set("KLV_VEK_SEARCH", "yes");
+    set_env("KLV_VEK_SEARCH", "yes");
     expect("x", 1, path);
 }
 
@@ -55,10 +55,10 @@ TEST_P(ASetUp, RunsOnce)
     for (const char *file : {"end.cfg", "endx.cfg", "plug.cfg", "VORN.cfg"})
         write_file(file, shared_cfg);
     if (!row[1].empty())
-        set("KLV_PRODUCT_NAME", row[1]);
+        set_env("KLV_PRODUCT_NAME", row[1]);
     if (row[2] != "-")
         host::plugin_list = row[2];
-    set("QNS_PRODUCT_NAME", "ZAPT");
+    set_env("QNS_PRODUCT_NAME", "ZAPT");
     expect("none", 1, "none");
     unset("QNS_PRODUCT_NAME");
     Lines lines(row.begin() + 3, row.end());
@@ -86,8 +86,8 @@ TEST_F(Solver, WithoutDatabasesTestsPlainPaths)
         expect(name, 0, name,
                {"ERROR: Open for file '" + std::string(name) + "' failed:",
                 "ERROR: VEK database not initialized properly...\n"});
-    Text name("none");
-    set("QNS_PRODUCT_NAME", "ZAPT2");
+    Buffer name("none");
+    set_env("QNS_PRODUCT_NAME", "ZAPT2");
     EXPECT_EQ(db_search(name, "", nullptr), +name);
     int found = 7; // the one result that is asked for
     F2C_DB_SEARCH(nullptr, 0, nullptr, &found, "here.dpr", 0, "");

@@ -2,25 +2,25 @@
 
 #include "support/scratch.h"
 
-class StartUp : public Scratch {
+class StartUp : public TempDirTest {
   protected:
     StartUp()
     {
-        set("KLV_VORN", home + "/inst");
-        set("KLV_VORN_SITE", "site");
+        set_env("KLV_VORN", home + "/inst");
+        set_env("KLV_VORN_SITE", "site");
         write_file(".vorn.cfg", private_cfg + "ENVIRONMENT WHERE private\n");
     }
     const std::string shared = home + "/inst/vorn.cfg", mine = home + "/.vorn.cfg";
 };
 
-static std::string said(const std::string &line)
+static std::string drain_output(const std::string &line)
 {
     return "vc_str_print(" + line + ")\n";
 }
 
 static std::string processing(const std::string &path)
 {
-    return said("  Processing ENVIRONMENT entries in '" + path + "'");
+    return drain_output("  Processing ENVIRONMENT entries in '" + path + "'");
 }
 
 static const std::string look_up =
@@ -47,9 +47,9 @@ TEST_F(StartUp, ReadsTheEnvironmentOfTheProductFirst)
     EXPECT_EQ(vorn_vek_cfg_env_read("plug"), 0);
     EXPECT_EQ(trace(), "vc_putenv(BASE, .)\nvc_putenv(WHERE, shared)\nvc_putenv(WHERE, site)\n"
                        "vc_putenv(WHERE, private)\n" +
-                           said(reading(shared)) + said(reading("site/vorn.cfg")) +
-                           said(reading(mine)) + "vc_putenv(PLUG, inprivate)\n" +
-                           said(reading("./plug.cfg")));
+                           drain_output(reading(shared)) + drain_output(reading("site/vorn.cfg")) +
+                           drain_output(reading(mine)) + "vc_putenv(PLUG, inprivate)\n" +
+                           drain_output(reading("./plug.cfg")));
     EXPECT_EQ(vorn_vek_db2level("plug"), 3);
     // A setting that fails is told of; the result is that of the start.
     for (const char *file : {"site/vorn.cfg", ".vorn.cfg"}) {
@@ -70,10 +70,10 @@ TEST_F(StartUp, ReadsTheEnvironmentOfTheProductFirst)
 
 TEST_F(StartUp, ASolverRunReadsThePlugInsFromEachPlace)
 {
-    set("KLV_VORN_PRIVATE_DIR", "mine");
-    set("KLV_USER_PLUGIN_DIR", ";" + xs(300) + ";user;more");
-    set("topdir", home + "/top/");
-    set("KLV_OWN", "own"); // the variable of a plug-in does not count here
+    set_env("KLV_VORN_PRIVATE_DIR", "mine");
+    set_env("KLV_USER_PLUGIN_DIR", ";" + repeat_x(300) + ";user;more");
+    set_env("topdir", home + "/top/");
+    set_env("KLV_OWN", "own"); // the variable of a plug-in does not count here
     write_file("inst/vorn.cfg", "ENVIRONMENT QNS_GY_STDSP_MAX 2\n");
     for (const char *file : {"own/own.cfg", "more/c.cfg"})
         write_file(file);
@@ -95,11 +95,12 @@ TEST_F(StartUp, ASolverRunReadsThePlugInsFromEachPlace)
     EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 0);
     const std::string all = processing(shared) + "vc_putenv(QNS_GY_STDSP_MAX, 2)\n" +
                             processing(mine) + "vc_putenv(WHERE, private)\n" + look_up + passes;
-    EXPECT_EQ(trace(),
-              said("") + all + said("\n  OS-environment detected:  QNS_GY_STDSP_MAX=2") +
-                  said("  Tavik/Gyrant will use -/+ <value> as new limits for steering rack "
-                       "displacement (default = 1.0 m).") +
-                  said(""));
+    EXPECT_EQ(
+        trace(),
+        drain_output("") + all + drain_output("\n  OS-environment detected:  QNS_GY_STDSP_MAX=2") +
+            drain_output("  Tavik/Gyrant will use -/+ <value> as new limits for steering rack "
+                         "displacement (default = 1.0 m).") +
+            drain_output(""));
     // A later call repeats all but the mode and the report.
     EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 0);
     EXPECT_EQ(trace(), all);
@@ -121,11 +122,11 @@ TEST_F(StartUp, TheRoadOfOneRequest)
     write_file("plug.cfg", "ENVIRONMENT KLV_VORN_VARIANT \"x\"\nDATABASE plug plug.vek\n");
     write_file("s.vek/dampers.tbl/myfile.dpr");
     const std::string empty = on_windows ? " " : ""; // which is not set there
-    set("PERPENDICULAR_ROAD_NORMAL", empty);
-    set("QNS_3DSHELL_DBG", xs(5000));
+    set_env("PERPENDICULAR_ROAD_NORMAL", empty);
+    set_env("QNS_3DSHELL_DBG", repeat_x(5000));
     host::plugin_list = "vorn:plug";
     EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 0);
-    Text result("");
+    Buffer result("");
     int length = 0, found = 0;
     F2C_DB_SEARCH(result, 0, &length, &found, "<shared>/dampers.tbl/myfile.dpr   ", 0, "damper ");
     const std::string path = home + "/s.vek/dampers.tbl/myfile.dpr";
@@ -135,22 +136,24 @@ TEST_F(StartUp, TheRoadOfOneRequest)
     EXPECT_EQ(listing("private.vek"), Lines{"dampers.tbl"});
     EXPECT_EQ(
         trace(),
-        said("") + processing(shared) + "vc_putenv(BASE, " + home + ")\n" + processing(mine) +
-            "vc_putenv(WHERE, private)\n" + look_up + processing("./plug.cfg") +
+        drain_output("") + processing(shared) + "vc_putenv(BASE, " + home + ")\n" +
+            processing(mine) + "vc_putenv(WHERE, private)\n" + look_up + processing("./plug.cfg") +
             "vc_putenv(KLV_VORN_VARIANT, x)\n" +
-            said("\n  OS-environment detected:  QNS_3DSHELL_DBG=" + xs(5000)) +
-            said("  Support for this environment variable has been discontinued; please use "
-                 "QNS_3DSHELL_DEBUG instead.") +
-            said("\n  OS-environment detected:  PERPENDICULAR_ROAD_NORMAL=" + empty) +
-            said("  Support for this environment variable has been discontinued; the triggered "
-                 "behavior has become the default.") +
-            said("") + said("") + look_up + said(reading(shared)) + said(reading(mine)) +
-            said(reading("./plug.cfg")) + said(""));
+            drain_output("\n  OS-environment detected:  QNS_3DSHELL_DBG=" + repeat_x(5000)) +
+            drain_output(
+                "  Support for this environment variable has been discontinued; please use "
+                "QNS_3DSHELL_DEBUG instead.") +
+            drain_output("\n  OS-environment detected:  PERPENDICULAR_ROAD_NORMAL=" + empty) +
+            drain_output(
+                "  Support for this environment variable has been discontinued; the triggered "
+                "behavior has become the default.") +
+            drain_output("") + drain_output("") + look_up + drain_output(reading(shared)) +
+            drain_output(reading(mine)) + drain_output(reading("./plug.cfg")) + drain_output(""));
 }
 
 TEST_F(StartUp, GoesOnWhenTheHostChangesWhatItGave)
 {
-    static Text name("vorn");
+    static Buffer name("vorn");
     host::when_print = [](const char *) { name[0] = 'x'; };
     write_file("inst/vorn.cfg", shared_cfg + "ENVIRONMENT\n");
     EXPECT_EQ(vorn_vek_cfg_env_read(name), 0);
@@ -162,13 +165,13 @@ TEST_F(StartUp, GoesOnWhenTheHostChangesWhatItGave)
 TEST_F(StartUp, TheProductComesBeforeTheListOfPlugIns)
 {
     static std::string product;
-    host::plugin_list = xs(60000);
+    host::plugin_list = repeat_x(60000);
     host::when_print = [](const char *line) {
         if (*line == 'W')
             product = vek_product_name();
     };
     int found = 0;
-    db_search(Text("x"), "", &found);
+    db_search(Buffer("x"), "", &found);
     EXPECT_EQ(product, "vorn");
 }
 

@@ -4,8 +4,8 @@
 #include "support/scratch.h"
 #include "text/text.h"
 
-class Message : public Scratch {};
-class TextOperation : public Scratch {};
+class Message : public TempDirTest {};
+class TextOperation : public TempDirTest {};
 
 TEST_F(Message, GoesOutWhateverTheSettingsAreAndPutsThemBack)
 {
@@ -21,8 +21,8 @@ TEST_F(Message, GoesOutWhateverTheSettingsAreAndPutsThemBack)
     host::printed();
     EXPECT_EQ(vek_warn("", ""), 0);
     vek_abort(nullptr, nullptr);
-    vek_put_message(xs(5000).c_str(), "TAG");
-    EXPECT_EQ(host::printed(), (Lines{"WARNING: ", "ABORT: ", "TAG: " + xs(5000)}));
+    vek_put_message(repeat_x(5000).c_str(), "TAG");
+    EXPECT_EQ(host::printed(), (Lines{"WARNING: ", "ABORT: ", "TAG: " + repeat_x(5000)}));
     fail_allocation(1, false);
     vek_err("", "no memory for this");
     EXPECT_TRUE(stop_failing());
@@ -34,7 +34,7 @@ TEST_F(TextOperation, ComparesFindsAndRaises)
     // Compared whole and over two characters.
     for (const Lines &row : rows("Table=tABLE=0=0 ==0=0 a=B=-1=-1 abc=ab=67=0 a=ab=-66=-66 "
                                  "_=a=30=30 \xe4=a=163=163 abx=ABy=-1=0")) {
-        Text first(row[0]), second(row[1]);
+        Buffer first(row[0]), second(row[1]);
         EXPECT_EQ(row, (Lines{+first, +second, std::to_string(vek_strcasecmp(first, second)),
                               std::to_string(vek_strncasecmp(first, second, 2))}));
     }
@@ -51,9 +51,9 @@ TEST_F(TextOperation, ComparesFindsAndRaises)
         const char second[] = {'X', static_cast<char>(i & 255), '\0'};
         const bool are_equal = toupper(i >> 8) == toupper(i & 255);
         ASSERT_EQ(vek_strcasecmp(first, second) == 0, are_equal) << i;
-        ASSERT_TRUE(!are_equal || text_key(first) == text_key(second)) << i;
+        ASSERT_TRUE(!are_equal || text_hash_nocase(first) == text_hash_nocase(second)) << i;
     }
-    Text upper("");
+    Buffer upper("");
     vek_str_copy_to_upper_case("azAZ\xe4_09`{", upper);
     vek_str_copy_to_upper_case("nowhere", nullptr);
     EXPECT_STREQ(upper, "AZAZ\xe4_09`{");
@@ -63,12 +63,12 @@ TEST_F(TextOperation, ExpandsVariables)
 {
     for (const Lines &row : rows("HOME=/u/ A=q B=$A/z SELF=$SELF RING=$GNIR GNIR=$RING X264=[264] "
                                  "X265=[265] X266=[266] X267=[267]"))
-        set(row[0], row[1]);
-    set("Q", "A=b");              // the environment holds "Q=A=b", which is no variable Q=A
+        set_env(row[0], row[1]);
+    set_env("Q", "A=b");          // the environment holds "Q=A=b", which is no variable Q=A
     for (int i = 0; i <= 64; ++i) // $N0 takes 64 replacements, $N64 one more
-        set("N" + std::to_string(i), i == 63 ? "end" : "$N" + std::to_string((i + 1) % 65));
+        set_env("N" + std::to_string(i), i == 63 ? "end" : "$N" + std::to_string((i + 1) % 65));
     for (const Lines &row : table("variables")) {
-        Lines result = {row[0], vek_eval_str(Text(row[0]))};
+        Lines result = {row[0], vek_eval_str(Buffer(row[0]))};
         for (const std::string &line : host::printed())
             result.push_back(line);
         EXPECT_EQ(result, row);

@@ -9,7 +9,7 @@
 
 namespace fs = std::filesystem;
 
-class Windows : public Scratch {};
+class Windows : public TempDirTest {};
 
 // The short form of a path, if the file system makes one.
 static std::string short_form(const std::string &path)
@@ -29,11 +29,12 @@ TEST_F(Windows, PathsAreTakenAsUsersWriteThem)
     write_file(path);
     for (const std::string &name :
          {path, turned, "file://" + path, std::string("<private>\\dampers.tbl\\x.dpr")})
-        EXPECT_EQ(search(Text(name)), path) << name;
-    EXPECT_EQ(search(Text("<PRIVATE>/Dampers.tbl/X.DPR")), home + "/private.vek/dampers.tbl/X.DPR");
-    EXPECT_STREQ(vorn_vek_path2alias(Text(turned)), "klvds://private/dampers.tbl/x.dpr");
-    EXPECT_STREQ(vorn_vek_path2alias(Text("c:\\a\\x.dpr")), "file://c:/a/x.dpr");
-    EXPECT_STREQ(vorn_vek_input2full(Text("file:////srv/d/x.dpr")), "//srv/d/x.dpr");
+        EXPECT_EQ(search(Buffer(name)), path) << name;
+    EXPECT_EQ(search(Buffer("<PRIVATE>/Dampers.tbl/X.DPR")),
+              home + "/private.vek/dampers.tbl/X.DPR");
+    EXPECT_STREQ(vorn_vek_path2alias(Buffer(turned)), "klvds://private/dampers.tbl/x.dpr");
+    EXPECT_STREQ(vorn_vek_path2alias(Buffer("c:\\a\\x.dpr")), "file://c:/a/x.dpr");
+    EXPECT_STREQ(vorn_vek_input2full(Buffer("file:////srv/d/x.dpr")), "//srv/d/x.dpr");
 }
 
 TEST_F(Windows, DrivesHaveCurrentDirectoriesOfTheirOwn)
@@ -96,14 +97,15 @@ TEST_F(Windows, AReadOnlyFileIsLeftAlone)
     if (std::ofstream(".vorn.cfg", std::ios::app))
         GTEST_SKIP() << "this user may write to read-only files, as root may under Wine";
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
-    EXPECT_EQ(said(), "> WARNING: Private cfg file " + home +
-                          "/.vorn.cfg is unwritable.\n"
-                          "> WARNING: It will not be updated during the session.\n");
+    EXPECT_EQ(drain_output(), "> WARNING: Private cfg file " + home +
+                                  "/.vorn.cfg is unwritable.\n"
+                                  "> WARNING: It will not be updated during the session.\n");
     write_file("a");
-    EXPECT_EQ(vorn_vek_copy_file2file(Text("a"), Text(".vorn.cfg")), 1);
-    EXPECT_EQ(vorn_vek_delete_file(Text(".vorn.cfg")), 1);
-    EXPECT_EQ(said(), "> ERROR: Cannot create file 'file://.vorn.cfg' : Permission denied\n"
-                      "> ERROR: Could not delete file 'file://.vorn.cfg' : Permission denied\n");
+    EXPECT_EQ(vorn_vek_copy_file2file(Buffer("a"), Buffer(".vorn.cfg")), 1);
+    EXPECT_EQ(vorn_vek_delete_file(Buffer(".vorn.cfg")), 1);
+    EXPECT_EQ(drain_output(),
+              "> ERROR: Cannot create file 'file://.vorn.cfg' : Permission denied\n"
+              "> ERROR: Could not delete file 'file://.vorn.cfg' : Permission denied\n");
     EXPECT_EQ(read_file(".vorn.cfg"), private_cfg);
     SetFileAttributesA(".vorn.cfg", FILE_ATTRIBUTE_NORMAL);
 }
@@ -111,9 +113,9 @@ TEST_F(Windows, AReadOnlyFileIsLeftAlone)
 TEST_F(Windows, LetterCaseAloneCanBeChanged)
 {
     write_file("name.dpr", "text");
-    EXPECT_EQ(vorn_vek_rename_file(Text("name.dpr"), Text("Name.dpr")), 0);
+    EXPECT_EQ(vorn_vek_rename_file(Buffer("name.dpr"), Buffer("Name.dpr")), 0);
     EXPECT_EQ(listing(".").size(), 1u); // Wine keeps the old letters
-    EXPECT_EQ(vorn_vek_copy_file2file(Text("NAME.dpr"), Text("Name.DPR")), 1);
+    EXPECT_EQ(vorn_vek_copy_file2file(Buffer("NAME.dpr"), Buffer("Name.DPR")), 1);
     EXPECT_EQ(read_file("name.DPR"), "text");
 }
 
@@ -121,6 +123,6 @@ TEST_F(Windows, TheDirectoryForTemporaryFilesStays)
 {
     const std::string first = vorn_vek_tmp_file_path();
     EXPECT_TRUE(first.ends_with("/") && fs::is_directory(first)) << first;
-    set("TMP", home);
+    set_env("TMP", home);
     EXPECT_EQ(vorn_vek_tmp_file_path(), first);
 }

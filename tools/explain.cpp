@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
-struct attempt {
+struct candidate {
     std::string path;
     std::string database; // empty: none
     std::string table;
@@ -20,9 +20,9 @@ static std::string full_path(std::string name)
     return vorn_vek_input2full(name.data());
 }
 
-static attempt attempt_of_name(const std::string &name)
+static candidate attempt_of_name(const std::string &name)
 {
-    attempt tried = {full_path(name), "", ""};
+    candidate tried = {full_path(name), "", ""};
     std::string path = tried.path, scheme = "klvds://";
     std::string alias = vorn_vek_path2alias(path.data());
     if (alias.compare(0, scheme.size(), scheme) != 0)
@@ -35,7 +35,7 @@ static attempt attempt_of_name(const std::string &name)
 }
 
 // A name in the database "shared" has a second place.
-static void add_product_database(std::vector<attempt> &tries, const std::string &name)
+static void add_product_database(std::vector<candidate> &tries, const std::string &name)
 {
     for (const char *start : {"<shared", "klvds://shared"}) {
         size_t length = strlen(start);
@@ -45,7 +45,7 @@ static void add_product_database(std::vector<attempt> &tries, const std::string 
     }
 }
 
-static attempt attempt_at_level(std::string name, const std::string &file_class, int level)
+static candidate attempt_at_level(std::string name, const std::string &file_class, int level)
 {
     const char *cls = file_class.c_str();
     std::string directory = vorn_vek_get_tbl_path(cls, level);
@@ -60,10 +60,10 @@ static bool walks_levels()
     return wish && strcmp(wish, "yes") == 0;
 }
 
-static std::vector<attempt> attempts(std::string name, const std::string &file_class)
+static std::vector<candidate> attempts(std::string name, const std::string &file_class)
 {
     name = vorn_vek_nt2unix_path(name.data());
-    std::vector<attempt> tries = {attempt_of_name(name)};
+    std::vector<candidate> tries = {attempt_of_name(name)};
     add_product_database(tries, name);
     for (int level = 1; walks_levels() && level <= vorn_vek_get_number_of_veks(); ++level)
         tries.push_back(attempt_at_level(name, file_class, level));
@@ -87,11 +87,11 @@ static bool explain_one(const std::string &name, const std::string &file_class)
 {
     std::printf("%s\n", name.c_str());
     int number = 0;
-    for (const attempt &tried : attempts(name, file_class)) {
-        std::string answer = answer_of_system(tried.path);
+    for (const candidate &tried : attempts(name, file_class)) {
+        std::string run = answer_of_system(tried.path);
         std::printf("  %2d  %-14s  %-14s  %-26s  %s\n", ++number, or_dash(tried.database),
-                    or_dash(tried.table), answer.c_str(), tried.path.c_str());
-        if (answer == "found")
+                    or_dash(tried.table), run.c_str(), tried.path.c_str());
+        if (run == "found")
             break;
     }
     std::string path = search(name, file_class);
@@ -116,7 +116,7 @@ static bool show_copies(const std::string &name, const std::string &file_class)
     bool is_shown = winner.empty();
     std::printf("%s\n", name.c_str());
     for (int level = 1; level <= vorn_vek_get_number_of_veks(); ++level) {
-        attempt tried = attempt_at_level(name, file_class, level);
+        candidate tried = attempt_at_level(name, file_class, level);
         if (!vek_file_exists(tried.path.c_str()))
             continue;
         bool wins = tried.path == winner;

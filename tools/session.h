@@ -16,7 +16,7 @@ struct session_options {
 // that can't be loaded; `trouble` says in words what was wrong.
 struct session_outcome {
     int code = 0;
-    std::string trouble;
+    std::string error;
 };
 
 // A product's session: the product's start, then one for each plug-in.  It

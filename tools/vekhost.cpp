@@ -15,7 +15,7 @@
 #include <cstdio>
 
 enum exit_status {
-    EXIT_GOOD = 0,
+    EXIT_OK = 0,
     EXIT_MISSING = 1, // a file is missing, or what was asked for went wrong
     EXIT_USAGE = 2,
     EXIT_NO_SESSION = 3
@@ -53,75 +53,75 @@ static void describe_session(CLI::App &app, session_options &session)
 }
 
 // A command that takes `count` words of one kind, or one or more for 0.
-static CLI::App *add_command(CLI::App &app, request &asked, const char *name, const char *what,
+static CLI::App *add_command(CLI::App &app, request &options, const char *name, const char *what,
                              const char *word, int count)
 {
     CLI::App *command = app.add_subcommand(name, what);
-    CLI::Option *words = command->add_option(word, asked.names)->required();
+    CLI::Option *words = command->add_option(word, options.names)->required();
     if (count > 0)
         words->expected(count);
     return command;
 }
 
-static void describe_find(CLI::App &app, request &asked)
+static void describe_find(CLI::App &app, request &options)
 {
-    CLI::App *find =
-        add_command(app, asked, "find", "Print the real path of each name, in any form", "NAME", 0);
+    CLI::App *find = add_command(app, options, "find",
+                                 "Print the real path of each name, in any form", "NAME", 0);
     CLI::Option *file_class =
-        find->add_option("--class", asked.file_class, "File class of the names")
+        find->add_option("--class", options.file_class, "File class of the names")
             ->option_text("CLASS");
     CLI::Option *why =
-        find->add_flag("--why", asked.why, "Also print every path that is tried, in order")
+        find->add_flag("--why", options.why, "Also print every path that is tried, in order")
             ->option_text(" ");
     find->add_flag(
-            "--all", asked.all,
+            "--all", options.all,
             "Print every level that holds the file of the class; needs --class, not with --why")
         ->option_text(" ")
         ->needs(file_class)
         ->excludes(why);
 }
 
-static void describe_edits(CLI::App &app, request &asked)
+static void describe_edits(CLI::App &app, request &options)
 {
     CLI::App *add =
-        add_command(app, asked, "add", "Add a database: a name and a directory", "NAME PATH", 2);
-    add->add_option("--level", asked.level, "Its level (default: the last)")->option_text("N");
-    add_command(app, asked, "remove", "Remove a database from the list", "NAME", 1);
+        add_command(app, options, "add", "Add a database: a name and a directory", "NAME PATH", 2);
+    add->add_option("--level", options.level, "Its level (default: the last)")->option_text("N");
+    add_command(app, options, "remove", "Remove a database from the list", "NAME", 1);
     CLI::App *move =
         app.add_subcommand("move", "Move a database to a level for this run, and print the order");
-    move->add_option("NAME", asked.database)->required();
-    move->add_option("LEVEL", asked.level)->required();
+    move->add_option("NAME", options.database)->required();
+    move->add_option("LEVEL", options.level)->required();
     app.add_subcommand("default", "Set or print the default database for writing")
-        ->add_option("NAME", asked.names)
+        ->add_option("NAME", options.names)
         ->expected(0, 1);
     app.add_subcommand("save", "Ask, and save the session to the private configuration file");
-    add_command(app, asked, "report", "Write a report, of databases or tables, to a file",
+    add_command(app, options, "report", "Write a report, of databases or tables, to a file",
                 "WHAT FILE", 2);
-    add_command(app, asked, "new-database", "Make the directories of a new database", "PATH", 1);
+    add_command(app, options, "new-database", "Make the directories of a new database", "PATH", 1);
 }
 
-static void describe_commands(CLI::App &app, request &asked)
+static void describe_commands(CLI::App &app, request &options)
 {
-    describe_find(app, asked);
-    add_command(app, asked, "alias", "Print the alias of each real path", "PATH", 0);
+    describe_find(app, options);
+    add_command(app, options, "alias", "Print the alias of each real path", "PATH", 0);
     CLI::App *copy = app.add_subcommand("copy", "Copy a file, or with --to-db into a database");
-    copy->add_option("--to-db", asked.database, "The database; its table goes by the extension")
+    copy->add_option("--to-db", options.database, "The database; its table goes by the extension")
         ->option_text("DATABASE");
-    copy->add_option("PATH", asked.names, "Source, and target without --to-db")
+    copy->add_option("PATH", options.names, "Source, and target without --to-db")
         ->required()
         ->expected(1, 2);
-    add_command(app, asked, "rename", "Rename a file", "PATH", 2);
-    add_command(app, asked, "append", "Append the first file to the second", "PATH", 2);
-    add_command(app, asked, "backup", "Copy a file to its backup", "PATH", 1);
-    add_command(app, asked, "delete", "Delete a file", "PATH", 1);
-    add_command(app, asked, "defaults", "Print the property file and test rig of each class",
+    add_command(app, options, "rename", "Rename a file", "PATH", 2);
+    add_command(app, options, "append", "Append the first file to the second", "PATH", 2);
+    add_command(app, options, "backup", "Copy a file to its backup", "PATH", 1);
+    add_command(app, options, "delete", "Delete a file", "PATH", 1);
+    add_command(app, options, "defaults", "Print the property file and test rig of each class",
                 "CLASS", 0);
     app.add_subcommand("env", "Print what the variables that are set will do");
     app.add_subcommand("databases", "Print the databases in search order");
     app.add_subcommand("tables", "Print the tables");
     app.add_subcommand("session", "Only start, and say how it went");
     app.add_subcommand("check", "Only start, and count errors and warnings; fails if there is one");
-    describe_edits(app, asked);
+    describe_edits(app, options);
     app.add_subcommand("version", "Print what identifies the build of the library");
     app.require_subcommand(1);
     app.footer(
@@ -130,12 +130,12 @@ static void describe_commands(CLI::App &app, request &asked)
 }
 
 // The solver's start is a part of its first search.
-static session_outcome start(const request &asked)
+static session_outcome start(const request &options)
 {
-    if (!asked.session.solver)
-        return start_product(asked.session);
-    session_outcome outcome = prepare_solver(asked.session);
-    if (outcome.code != 0 || asked.command == "find")
+    if (!options.session.solver)
+        return start_product(options.session);
+    session_outcome outcome = prepare_solver(options.session);
+    if (outcome.code != 0 || options.command == "find")
         return outcome;
     char nothing[1] = "";
     int found = 0;
@@ -145,29 +145,29 @@ static session_outcome start(const request &asked)
     return outcome;
 }
 
-static int find(const request &asked)
+static int find(const request &options)
 {
-    if (asked.why)
-        return explain_search(asked.names, asked.file_class);
-    if (asked.all)
-        return show_all_copies(asked.names, asked.file_class);
-    return show_files(asked.names, asked.file_class, asked.session.solver);
+    if (options.why)
+        return explain_search(options.names, options.file_class);
+    if (options.all)
+        return show_all_copies(options.names, options.file_class);
+    return show_files(options.names, options.file_class, options.session.solver);
 }
 
-static int edit(const request &asked)
+static int edit(const request &options)
 {
-    const std::vector<std::string> &words = asked.names;
-    if (asked.command == "add")
-        return add_database(words[0], words[1], asked.level);
-    if (asked.command == "remove")
+    const std::vector<std::string> &words = options.names;
+    if (options.command == "add")
+        return add_database(words[0], words[1], options.level);
+    if (options.command == "remove")
         return remove_database(words[0]);
-    if (asked.command == "move")
-        return move_database(asked.database, asked.level);
-    if (asked.command == "default")
+    if (options.command == "move")
+        return move_database(options.database, options.level);
+    if (options.command == "default")
         return choose_default(words.empty() ? "" : words[0]);
-    if (asked.command == "report")
+    if (options.command == "report")
         return write_report(words[0], words[1]);
-    if (asked.command == "new-database")
+    if (options.command == "new-database")
         return make_database(words[0]);
     return save_session();
 }
@@ -181,48 +181,50 @@ static bool is_edit(const std::string &command)
 }
 
 // Result: 0 for well, as everywhere here.
-static int carry_out(const request &asked)
+static int carry_out(const request &options)
 {
-    if (asked.command == "find")
-        return find(asked);
-    if (asked.command == "alias")
-        return show_aliases(asked.names);
-    if (asked.command == "defaults")
-        return show_defaults(asked.names);
-    if (asked.command == "env")
+    if (options.command == "find")
+        return find(options);
+    if (options.command == "alias")
+        return show_aliases(options.names);
+    if (options.command == "defaults")
+        return show_defaults(options.names);
+    if (options.command == "env")
         return show_environment();
-    if (asked.command == "tables")
+    if (options.command == "tables")
         return show_tables();
-    if (asked.command == "databases")
+    if (options.command == "databases")
         return show_databases();
-    return is_edit(asked.command) ? edit(asked)
-                                  : act_on_files(asked.command, asked.names, asked.database);
+    return is_edit(options.command)
+               ? edit(options)
+               : act_on_files(options.command, options.names, options.database);
 }
 
-static int answer(const request &asked, const session_outcome &outcome)
+static int run(const request &options, const session_outcome &outcome)
 {
     if (outcome.code != 0)
-        std::fprintf(stderr, "vekhost: %s\n", outcome.trouble.c_str());
-    if (asked.command == "check")
-        return check_session(asked.session, outcome) == 0 ? EXIT_GOOD : EXIT_MISSING;
-    if (asked.command == "session") {
+        std::fprintf(stderr, "vekhost: %s\n", outcome.error.c_str());
+    if (options.command == "check")
+        return check_session(options.session, outcome) == 0 ? EXIT_OK : EXIT_MISSING;
+    if (options.command == "session") {
         show_session(outcome.code);
-        return outcome.code == 0 ? EXIT_GOOD : EXIT_MISSING;
+        return outcome.code == 0 ? EXIT_OK : EXIT_MISSING;
     }
     if (outcome.code != 0)
         return EXIT_NO_SESSION;
-    return carry_out(asked) == 0 ? EXIT_GOOD : EXIT_MISSING;
+    return carry_out(options) == 0 ? EXIT_OK : EXIT_MISSING;
 }
 
 // What is wrong with the words, beyond what the parser sees; null: nothing.
-static const char *misuse(const request &asked)
+static const char *usage_error(const request &options)
 {
-    bool is_product_only = asked.command == "check" || asked.why || asked.all;
-    if (asked.command == "copy" && asked.names.size() != (asked.database.empty() ? 2 : 1))
+    bool is_product_only = options.command == "check" || options.why || options.all;
+    if (options.command == "copy" && options.names.size() != (options.database.empty() ? 2 : 1))
         return "copy takes a source and a target, or a source and --to-db";
-    if (asked.command == "report" && asked.names[0] != "databases" && asked.names[0] != "tables")
+    if (options.command == "report" && options.names[0] != "databases" &&
+        options.names[0] != "tables")
         return "report takes \"databases\" or \"tables\", and a file";
-    if (is_product_only && asked.session.solver)
+    if (is_product_only && options.session.solver)
         return "check, find --why and find --all are for product sessions, not for --solver";
     return nullptr;
 }
@@ -230,29 +232,29 @@ static const char *misuse(const request &asked)
 int main(int count, char **words)
 {
     CLI::App app("Asks the file-location library where files live.", "vekhost");
-    request asked;
+    request options;
     app.allow_windows_style_options(false); // "/" begins a path on every system
-    describe_session(app, asked.session);
-    describe_commands(app, asked);
+    describe_session(app, options.session);
+    describe_commands(app, options);
     try {
         app.parse(count, words);
     } catch (const CLI::ParseError &error) {
-        return app.exit(error) == 0 ? EXIT_GOOD : EXIT_USAGE;
+        return app.exit(error) == 0 ? EXIT_OK : EXIT_USAGE;
     }
 
-    asked.command = app.get_subcommands().front()->get_name();
-    if (const char *wrong = misuse(asked)) {
+    options.command = app.get_subcommands().front()->get_name();
+    if (const char *wrong = usage_error(options)) {
         std::fprintf(stderr, "vekhost: %s\n", wrong);
         return EXIT_USAGE;
     }
-    if (asked.command == "version") {
+    if (options.command == "version") {
         vek_version();
-        return EXIT_GOOD;
+        return EXIT_OK;
     }
 
     // The answers keep standard output to themselves, and their place among
     // the library's lines when both go to one terminal or file.
     hsk_output_to_error(1);
     setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
-    return answer(asked, start(asked));
+    return run(options, start(options));
 }

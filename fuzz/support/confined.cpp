@@ -11,7 +11,7 @@
 #include <unistd.h>
 #include <unordered_set>
 
-bool confined;
+bool sandbox;
 
 // ---- Memory ----
 
@@ -25,12 +25,12 @@ void fail_allocation(int nth)
 
 static bool fails_now()
 {
-    return confined && left > 0 && --left == 0;
+    return sandbox && left > 0 && --left == 0;
 }
 
 static void *keep(void *block)
 {
-    if (confined && block != nullptr)
+    if (sandbox && block != nullptr)
         blocks.insert(block);
     return block;
 }
@@ -74,7 +74,7 @@ void confined_release_all()
 
 static bool is_outside(const char *path)
 {
-    if (!confined)
+    if (!sandbox)
         return false;
     std::error_code failed;
     std::filesystem::path whole = std::filesystem::absolute(path, failed).lexically_normal();

@@ -5,6 +5,6 @@
 
 // While this is set, blocks are counted, and nothing outside of the fuzzer's
 // directory is opened, made, renamed or removed.
-extern bool confined;
+extern bool sandbox;
 
 void confined_release_all(); // the blocks made since the last time

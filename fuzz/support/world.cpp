@@ -66,7 +66,7 @@ static values take_values()
     return now;
 }
 
-static void put_back(const values &then)
+static void restore(const values &then)
 {
     copy_words(__start_vek_bss, then.bss.data(), then.bss.size());
     copy_words(__start_vek_data, then.data.data(), then.data.size());
@@ -158,7 +158,7 @@ static void make_world()
 void begin_process()
 {
     confined_release_all();
-    put_back(loaded);
+    restore(loaded);
     variables = prepared_variables;
     show_environment();
     fail_allocation(0);
@@ -168,7 +168,7 @@ static void begin_input()
 {
     fs::current_path(home);
     begin_process();
-    put_back(prepared);
+    restore(prepared);
     the_host = {};
     the_host.answer = 1;
     remove_other_files();
@@ -181,9 +181,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t size)
         make_world();
     begin_input();
     int descriptor = next_descriptor();
-    confined = true;
+    sandbox = true;
     run({(const char *)bytes, size});
-    confined = false;
+    sandbox = false;
     confined_release_all();
     EXPECT(next_descriptor() == descriptor);
     EXPECT(fs::current_path() == home);

@@ -27,7 +27,7 @@ static bool try_candidate(char *path, std::initializer_list<const char *> parts)
     return text_join(path, VEK_CFG_PATH_SIZE, parts) && vek_file_exists(path) != 0;
 }
 
-static bool find_below(char *path, const char *dir, const char *name)
+static bool find_in_dir(char *path, const char *dir, const char *name)
 {
     if (dir == nullptr)
         return false;
@@ -35,26 +35,26 @@ static bool find_below(char *path, const char *dir, const char *name)
            try_candidate(path, {dir, "/", name, ".cfg"});
 }
 
-static bool find_below_any(char *path, const char *dirs, const char *name)
+static bool find_in_path_list(char *path, const char *dirs, const char *name)
 {
     for (;;) {
         char dir[VEK_PATH_SIZE];
-        text_span element = text_take_between(&dirs, ';');
+        text_span element = text_next_token(&dirs, ';');
         if (element.length == 0)
             return false;
-        if (text_copy(dir, element) && find_below(path, dir, name))
+        if (text_copy(dir, element) && find_in_dir(path, dir, name))
             return true;
     }
 }
 
-static bool find_in_plugin_dirs(char *path, const char *name, bool registers)
+static bool find_in_plugin_dirs(char *path, const char *name, bool register_paths)
 {
     constexpr const char *variable = "KLV_USER_PLUGIN_DIR";
     if (getenv(variable) == nullptr)
         return false;
-    if (registers)
+    if (register_paths)
         register_new_plugin_paths(name); // which may change the variable
-    return find_below_any(path, text_or_empty(getenv(variable)), name);
+    return find_in_path_list(path, text_or_empty(getenv(variable)), name);
 }
 
 static bool find_in_installation(char *path, const char *name)
@@ -63,12 +63,12 @@ static bool find_in_installation(char *path, const char *name)
     return top != nullptr && try_candidate(path, {top, name, "/", name, ".cfg"});
 }
 
-bool find_plugin_file(char *path, const char *name, bool registers)
+bool find_plugin_file(char *path, const char *name, bool register_paths)
 {
     return try_candidate(path, {"./", name, ".cfg"}) ||
-           find_below(path, private_dir_value(), name) ||
-           find_in_plugin_dirs(path, name, registers) ||
-           find_below(path, name_variable_value(vek_product_name(), "_SITE"), name) ||
+           find_in_dir(path, private_dir_value(), name) ||
+           find_in_plugin_dirs(path, name, register_paths) ||
+           find_in_dir(path, name_variable_value(vek_product_name(), "_SITE"), name) ||
            find_in_installation(path, name);
 }
 
@@ -111,7 +111,7 @@ static bool private_file_is_there(const char *path)
 
 static int ensure_private_file(char *path)
 {
-    private_path whole = private_path_whole();
+    private_path whole = private_path_parts();
     bool fits = strlen(whole.start) + strlen(whole.end) < VEK_CFG_PATH_SIZE;
     vek_private_cfg_path(path);
     if (fits && (private_file_is_there(path) ||

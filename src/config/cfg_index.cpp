@@ -34,7 +34,7 @@ static bool make_room()
     return true;
 }
 
-bool cfg_index_take(const char *path)
+bool cfg_index_assign(const char *path)
 {
     bool is_kept = make_room();
     if (is_kept)

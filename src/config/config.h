@@ -33,7 +33,7 @@ struct private_path {
     const char *start;
     const char *end;
 };
-private_path private_path_whole();
+private_path private_path_parts();
 
 // The value of the variable that names the user's directory for plug-in files
 // of this product; null if it is not set.
@@ -46,7 +46,7 @@ const char *name_variable_value(const char *name, const char *suffix);
 // config/cfg_files.cpp.  Find the file of a name that is not the product's, but
 // for the place that its own variable names.  `registers` has the host told of
 // the plug-in before the user's plug-in directories are searched.
-bool find_plugin_file(char *path, const char *name, bool registers);
+bool find_plugin_file(char *path, const char *name, bool register_paths);
 
 // config/cfg_text.cpp.  Load a file for one of the two readers of its statements.
 // False, with a report, if it does not open.
@@ -59,4 +59,4 @@ bool cfg_close(cfg_text *text, const char *path, const char *caller);
 extern int vek_next_cfg_index;
 // Keep the path under that index and go on to the next.  False, with
 // "malloc_failure" reported, if there is no memory to keep it.
-bool cfg_index_take(const char *path);
+bool cfg_index_assign(const char *path);

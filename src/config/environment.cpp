@@ -19,12 +19,12 @@ struct env_statement {
     text_span value;
 };
 
-static env_statement split(const char *line)
+static env_statement parse_environment(const char *line)
 {
     env_statement statement;
-    statement.keyword = text_take_word(&line);
-    statement.name = text_take_word(&line);
-    statement.value = text_take_rest(&line);
+    statement.keyword = text_next_word(&line);
+    statement.name = text_next_word(&line);
+    statement.value = text_rest_of_line(&line);
     return statement;
 }
 
@@ -85,8 +85,9 @@ int _cfg_read_file_env(char *path)
     for (int line = 1; read_line_chunk(&text, vek_message_buf, chunk_limit, LINE_TEXT) > 0;
          ++line) {
         vek_message_buf[strcspn(vek_message_buf, "!")] = '\0';
-        env_statement statement = split(vek_message_buf);
-        if (text_is(statement.keyword, "environment") && is_well_formed(statement, path, line))
+        env_statement statement = parse_environment(vek_message_buf);
+        if (text_equals_nocase(statement.keyword, "environment") &&
+            is_well_formed(statement, path, line))
             result = set_variable(statement);
     }
     return cfg_close(&text, path, caller) ? result : 1;

@@ -45,7 +45,7 @@ void vek_set_product_name()
         return;
     product_is_set = true;
     const char *value = getenv("KLV_PRODUCT_NAME");
-    text_cut(product_name, sizeof product_name, value == nullptr ? "vorn" : value);
+    text_truncate(product_name, sizeof product_name, value == nullptr ? "vorn" : value);
 }
 
 const char *vek_product_name()
@@ -118,7 +118,7 @@ static void warn_of_missing_home(const private_path &path)
            path.end);
 }
 
-private_path private_path_whole()
+private_path private_path_parts()
 {
     const char *variable = current_product()->file_variable;
     const char *value = variable == nullptr ? nullptr : getenv(variable);
@@ -134,6 +134,6 @@ private_path private_path_whole()
 
 void vek_private_cfg_path(char *path)
 {
-    private_path whole = private_path_whole();
+    private_path whole = private_path_parts();
     text_join(path, VEK_PATH_SIZE, {whole.start, whole.end});
 }

@@ -12,5 +12,5 @@ const char *_vek_getlongpath(const char *path)
 
 int vek_file_exists(const char *path)
 {
-    return platform_opens_for_reading(text_or_empty(path)) ? 1 : 0;
+    return platform_is_readable_file(text_or_empty(path)) ? 1 : 0;
 }

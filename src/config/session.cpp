@@ -54,7 +54,7 @@ static bool read_files(start *now)
             is_clean = false;
         if (vek_cfg_read(file, vek_next_cfg_index) != 0)
             is_clean = false;
-        if (!cfg_index_take(file))
+        if (!cfg_index_assign(file))
             is_clean = false;
     }
     return is_clean;

@@ -37,7 +37,7 @@ static int refuse_rename(const char *old_name, const char *new_name)
 {
     constexpr const char *caller = "vorn_vek_rename_file";
     char reason[VEK_PATH_SIZE]; // the first line may reach code that asks for another
-    text_cut(reason, sizeof reason, strerror(errno));
+    text_truncate(reason, sizeof reason, strerror(errno));
     report(REPORT_ERROR, caller, "Could not rename file '%s' to", old_name);
     report(REPORT_ERROR, caller, "                      '%s' : %s", new_name, reason);
     return 1;

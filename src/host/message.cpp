@@ -26,7 +26,7 @@ static void set_setting(int id, int value)
     dbt_set_int(default_current_defaults(), id, value, 0);
 }
 
-static void print_whatever_the_settings(const char *line)
+static void print_forced(const char *line)
 {
     int threshold = msg_get_gui_threshold();
     int first = setting(first_setting);
@@ -49,7 +49,7 @@ void vek_put_message(const char *text, const char *tag)
     if (line == nullptr)
         return;
     text_join(line, size, {tag, ": ", text});
-    print_whatever_the_settings(line);
+    print_forced(line);
     free(line);
 }
 
@@ -70,7 +70,7 @@ int vek_warn(const char *, const char *text)
     return 0;
 }
 
-static void send(report_kind kind, const char *caller, const char *text)
+static void dispatch(report_kind kind, const char *caller, const char *text)
 {
     switch (kind) {
     case REPORT_ERROR:
@@ -100,7 +100,7 @@ static char *format_on_heap(int length, const char *format, va_list arguments)
 
 // Everything is formatted before the buffer changes, because the arguments may
 // lie in it.
-static void report_arguments(char *buffer, size_t width, report_kind kind, const char *caller,
+static void report_arguments(char *buffer, size_t size, report_kind kind, const char *caller,
                              const char *format, va_list arguments)
 {
     char start[1024] = "";
@@ -108,11 +108,11 @@ static void report_arguments(char *buffer, size_t width, report_kind kind, const
     va_copy(again, arguments);
     int length = vsnprintf(start, sizeof start, format, arguments);
     char *whole = nullptr;
-    if (length >= static_cast<int>(width))
+    if (length >= static_cast<int>(size))
         whole = format_on_heap(length, format, again);
     va_end(again);
-    text_cut(buffer, width, start);
-    send(kind, caller, whole != nullptr ? whole : buffer);
+    text_truncate(buffer, size, start);
+    dispatch(kind, caller, whole != nullptr ? whole : buffer);
     free(whole);
 }
 
@@ -124,12 +124,12 @@ void report(report_kind kind, const char *caller, const char *format, ...)
     va_end(arguments);
 }
 
-void report_in(char *buffer, size_t width, report_kind kind, const char *caller, const char *format,
+void report_in(char *buffer, size_t size, report_kind kind, const char *caller, const char *format,
                ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    report_arguments(buffer, width, kind, caller, format, arguments);
+    report_arguments(buffer, size, kind, caller, format, arguments);
     va_end(arguments);
 }
 

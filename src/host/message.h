@@ -24,9 +24,9 @@ enum report_kind {
 };
 
 #ifdef __GNUC__
-#define REPORT_FORMAT(place, first) __attribute__((format(printf, place, first)))
+#define REPORT_FORMAT(pos, first) __attribute__((format(printf, pos, first)))
 #else
-#define REPORT_FORMAT(place, first)
+#define REPORT_FORMAT(pos, first)
 #endif
 
 // Format a report in the shared message buffer and send it.  A report that is
@@ -35,7 +35,7 @@ enum report_kind {
 void report(report_kind kind, const char *caller, const char *format, ...) REPORT_FORMAT(3, 4);
 
 // The same in another buffer.
-void report_in(char *buffer, size_t width, report_kind kind, const char *caller, const char *format,
+void report_in(char *buffer, size_t size, report_kind kind, const char *caller, const char *format,
                ...) REPORT_FORMAT(5, 6);
 
 void report_malloc_failure(const char *caller);

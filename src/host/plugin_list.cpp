@@ -49,7 +49,7 @@ void plugin_list_fetch(int handle, char (&list)[plugin_list_size])
 
 bool plugin_list_next(const char **list, char (&name)[plugin_list_size])
 {
-    text_span next = text_take_between(list, ':');
+    text_span next = text_next_token(list, ':');
     text_copy(name, next);
     return next.length > 0;
 }

@@ -11,12 +11,12 @@
 // False if there is none.
 static bool cut_database(char *database, char end, const char **rest)
 {
-    char *place = strchr(database, end);
+    char *pos = strchr(database, end);
     *rest = vek_empty_text;
-    if (place == nullptr)
+    if (pos == nullptr)
         return false;
-    *place = '\0';
-    *rest = place + 1;
+    *pos = '\0';
+    *rest = pos + 1;
     return true;
 }
 
@@ -27,7 +27,7 @@ void vek_split_alias(const char *text, char *database, char *standard, int *is_a
     *is_alias = 1;
     if (strlen(text) >= VEK_PATH_SIZE) {
         database[0] = standard[0] = '\0';
-    } else if (text_begins(text, "klvds://")) {
+    } else if (text_starts_with(text, "klvds://")) {
         text_copy(database, VEK_PATH_SIZE, text + strlen("klvds://"));
         const char *closing = cut_database(database, '/', &rest) ? ">/" : ">";
         text_join(standard, VEK_PATH_SIZE, {"<", database, closing, rest});
@@ -35,7 +35,7 @@ void vek_split_alias(const char *text, char *database, char *standard, int *is_a
         text_copy(standard, VEK_PATH_SIZE, text);
         text_copy(database, VEK_PATH_SIZE, text + 1);
         cut_database(database, '>', &rest);
-    } else if (text_begins(text, "file://")) {
+    } else if (text_starts_with(text, "file://")) {
         text_copy(standard, VEK_PATH_SIZE, text + strlen("file://"));
         *is_alias = 0;
     } else {

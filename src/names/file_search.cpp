@@ -28,12 +28,12 @@ const char *vek_search_levels(const char *file_class, char *name, int skipped)
     return vek_empty_text;
 }
 
-bool name_in_product_database(char (&second)[VEK_PATH_SIZE], const char *name)
+bool product_shared_name(char (&second)[VEK_PATH_SIZE], const char *name)
 {
     const char *product = vek_product_name();
-    if (text_begins(name, "klvds://shared"))
+    if (text_starts_with(name, "klvds://shared"))
         return text_join(second, {"klvds://", product, "_shared", name + strlen("klvds://shared")});
-    if (text_begins(name, "<shared>"))
+    if (text_starts_with(name, "<shared>"))
         return text_join(second, {"<", product, "_shared>", name + strlen("<shared>")});
     return false;
 }
@@ -56,7 +56,7 @@ static const char *search(const char *class_given, char *name_given, int level)
     const char *path = vek_existing_or_empty(vorn_vek_input2full(name));
     if (name[0] == '\0')
         return vek_empty_text; // the level walk would look for files that have no name
-    if (*path == '\0' && name_in_product_database(second, name))
+    if (*path == '\0' && product_shared_name(second, name))
         path = vek_existing_or_empty(vorn_vek_input2full(second));
     if (*path == '\0' && walk_is_on())
         path = vek_search_levels(file_class, name, level > 0 ? level - 1 : 0);

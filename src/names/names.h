@@ -29,4 +29,4 @@ const char *split_path(const char *path, char (&directory)[VEK_PATH_SIZE]);
 
 // names/file_search.cpp.  The second place of a name in the database "shared":
 // the product's own shared database.  False for any other name.
-bool name_in_product_database(char (&second)[VEK_PATH_SIZE], const char *name);
+bool product_shared_name(char (&second)[VEK_PATH_SIZE], const char *name);

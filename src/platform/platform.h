@@ -9,10 +9,10 @@
 #include <cstdio>
 
 // The current directory; false, also when it has no room in `width` bytes.
-bool platform_current_dir(char *to, size_t width);
+bool platform_current_dir(char *to, size_t size);
 // Whether a process can make the directory its current one.  Where one call tells,
 // this is not tried.
-bool platform_can_enter(const char *path);
+bool platform_dir_is_accessible(const char *path);
 bool platform_make_dir(const char *path); // one level
 
 // A directory that is open for what lies in it; null if it can't be listed.
@@ -22,7 +22,7 @@ open_dir *platform_open_dir(const char *path);
 // directory can't be read on.
 bool platform_read_dir(open_dir *dir, char *name, size_t size);
 // As the two above, of a path that starts in the directory.
-bool platform_can_enter_in(open_dir *dir, const char *path);
+bool platform_dir_in_is_accessible(open_dir *dir, const char *path);
 bool platform_make_dir_in(open_dir *dir, const char *path);
 void platform_close_dir(open_dir *dir);
 
@@ -34,7 +34,7 @@ FILE *platform_open_to_read(const char *path);
 // scanner does for a moment, is tried again for two seconds.
 FILE *platform_open_to_read_soon(const char *path);
 // Whether a path would open: one open, one look at what was opened.
-bool platform_opens_for_reading(const char *path);
+bool platform_is_readable_file(const char *path);
 // Whether a file of that name can be created in a directory, without waiting for
 // anybody.  It is removed again, as is what had the name before.  On POSIX, where
 // another user's file has the name and can't be removed or opened, the rights to
@@ -58,14 +58,14 @@ bool platform_sync(FILE *file);
 
 // The long form of a path; false if there is none of fewer than `width`
 // characters.
-bool platform_long_path(const char *path, char *to, size_t width);
+bool platform_long_path(const char *path, char *to, size_t size);
 
 // The directory for temporary files, "/" at its end.  On POSIX it is made for
 // this process alone at the first call, readable by its user only, and removed
 // with the process if it is empty then: whoever else writes to a common one
 // could plant a file of a known name.  If it is gone it is made again; a child
 // of the process gets one of its own.
-bool platform_temporary_dir(char *to, size_t width);
+bool platform_temporary_dir(char *to, size_t size);
 // Lock that directory against other processes, where it is not this one's alone.
 // Waits at most 10 seconds; -1 if that was in vain.  What is not positive is no lock.
 intptr_t platform_lock_temp_dir();

@@ -63,7 +63,7 @@ FILE *platform_open_to_read_soon(const char *path)
     return platform_open_to_read(path); // nobody can keep a file from being opened
 }
 
-bool platform_opens_for_reading(const char *path)
+bool platform_is_readable_file(const char *path)
 {
     bool is_regular = false;
     int file = open_file(path, &is_regular);
@@ -207,16 +207,16 @@ static bool temporary_dir_is_there()
 
 // A relative TMPDIR would lead elsewhere after a change of directory, and "\"
 // is turned in all paths.
-bool platform_temporary_dir(char *to, size_t width)
+bool platform_temporary_dir(char *to, size_t size)
 {
     constexpr size_t longest_rest = 40; // the directory's own name, and that of a file in it
     const char *parent = getenv("TMPDIR");
     bool is_good = parent != nullptr && parent[0] == '/' && strchr(parent, '\\') == nullptr &&
-                   strlen(parent) + longest_rest < width;
+                   strlen(parent) + longest_rest < size;
     bool is_made = temporary_dir_is_there() || (is_good && make_temporary_dir(parent)) ||
                    make_temporary_dir("/tmp");
-    int length = snprintf(to, width, "%s/", temporary_dir);
-    return is_made && length >= 0 && static_cast<size_t>(length) < width;
+    int length = snprintf(to, size, "%s/", temporary_dir);
+    return is_made && length >= 0 && static_cast<size_t>(length) < size;
 }
 
 intptr_t platform_lock_temp_dir()

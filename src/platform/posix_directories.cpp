@@ -9,9 +9,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-bool platform_current_dir(char *to, size_t width)
+bool platform_current_dir(char *to, size_t size)
 {
-    return getcwd(to, width) != nullptr;
+    return getcwd(to, size) != nullptr;
 }
 
 // The last "." can be looked up only in a directory, and only by those who may
@@ -24,7 +24,7 @@ static bool can_enter_in(int dir, const char *path)
            posix_retry([&] { return fstatat(dir, itself, &status, 0); }) == 0;
 }
 
-bool platform_can_enter(const char *path)
+bool platform_dir_is_accessible(const char *path)
 {
     return can_enter_in(AT_FDCWD, path);
 }
@@ -58,7 +58,7 @@ bool platform_read_dir(open_dir *dir, char *name, size_t size)
     return entry != nullptr;
 }
 
-bool platform_can_enter_in(open_dir *dir, const char *path)
+bool platform_dir_in_is_accessible(open_dir *dir, const char *path)
 {
     return can_enter_in(dirfd(stream_of(dir)), path);
 }

@@ -155,7 +155,7 @@ static bool has_attributes(const char *path)
     if (length < 0)
         return errno != ENOTSUP && errno != ENOSYS;
     for (const char *name = names; name < names + length; name += strlen(name) + 1)
-        if (text_begins(name, "user.") || strcmp(name, "system.posix_acl_access") == 0)
+        if (text_starts_with(name, "user.") || strcmp(name, "system.posix_acl_access") == 0)
             return true;
 #endif
     (void)path;

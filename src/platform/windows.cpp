@@ -32,7 +32,7 @@ FILE *platform_open_to_read_soon(const char *path)
     return file < 0 ? nullptr : _fdopen(file, "rb");
 }
 
-bool platform_opens_for_reading(const char *path)
+bool platform_is_readable_file(const char *path)
 {
     int file = windows_open(path, _O_RDONLY);
     if (file < 0)
@@ -107,10 +107,10 @@ static void turn_separators(char *path)
             *path = '/';
 }
 
-bool platform_long_path(const char *path, char *to, size_t width)
+bool platform_long_path(const char *path, char *to, size_t size)
 {
-    DWORD length = GetLongPathNameA(path, to, static_cast<DWORD>(width));
-    if (length == 0 || length >= width)
+    DWORD length = GetLongPathNameA(path, to, static_cast<DWORD>(size));
+    if (length == 0 || length >= size)
         return false;
     turn_separators(to);
     return true;
@@ -134,15 +134,15 @@ static bool find_temporary_dir(char (&to)[MAX_PATH])
 
 // The same at every call, whatever becomes of the variables that the system
 // goes by.  One that was cleaned away is made again.
-bool platform_temporary_dir(char *to, size_t width)
+bool platform_temporary_dir(char *to, size_t size)
 {
     static char temporary_dir[MAX_PATH];
     if (temporary_dir[0] == '\0' && !find_temporary_dir(temporary_dir))
         temporary_dir[0] = '\0';
     if (temporary_dir[0] != '\0' && GetFileAttributesA(temporary_dir) == INVALID_FILE_ATTRIBUTES)
         _mkdir(temporary_dir);
-    int length = snprintf(to, width, "%s", temporary_dir);
-    return length > 0 && static_cast<size_t>(length) < width;
+    int length = snprintf(to, size, "%s", temporary_dir);
+    return length > 0 && static_cast<size_t>(length) < size;
 }
 
 // All processes of a user have one directory here, as far as their variables say

@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <direct.h>
 
-bool platform_current_dir(char *to, size_t width)
+bool platform_current_dir(char *to, size_t size)
 {
-    return width <= INT_MAX && _getcwd(to, static_cast<int>(width)) != nullptr;
+    return size <= INT_MAX && _getcwd(to, static_cast<int>(size)) != nullptr;
 }
 
 // A drive alone would open as a device; what is meant is its current directory.
@@ -24,7 +24,7 @@ static HANDLE open_to_traverse(const char *path)
 }
 
 // A process that may traverse a directory can make it its current one.
-bool platform_can_enter(const char *path)
+bool platform_dir_is_accessible(const char *path)
 {
     BY_HANDLE_FILE_INFORMATION found;
     HANDLE dir = open_to_traverse(path);
@@ -75,10 +75,10 @@ bool platform_read_dir(open_dir *dir, char *name, size_t size)
     return true;
 }
 
-bool platform_can_enter_in(open_dir *dir, const char *path)
+bool platform_dir_in_is_accessible(open_dir *dir, const char *path)
 {
     char whole[2 * MAX_PATH];
-    return text_join(whole, {dir->path, "/", path}) && platform_can_enter(whole);
+    return text_join(whole, {dir->path, "/", path}) && platform_dir_is_accessible(whole);
 }
 
 bool platform_make_dir_in(open_dir *dir, const char *path)

@@ -47,12 +47,12 @@ int vorn_vek_db_reorder(const char *name, int level)
 
 // The first word of a piece of the line goes to level 1.  Result: 0, also when
 // there is no word; 2 if it names no database.
-static int put_first(text_span piece)
+static int move_to_front(text_span piece)
 {
     char name[VEK_PATH_SIZE]; // a word too long for it is no database's name
     const char *end = piece.start + piece.length;
     const char *rest = piece.start;
-    text_span word = text_take_word(&rest);
+    text_span word = text_next_word(&rest);
     if (word.start >= end)
         return 0;
     if (rest > end)
@@ -71,20 +71,20 @@ static int put_first(text_span piece)
 int vek_db_setorder(const char *statement)
 {
     statement = text_or_empty(statement);
-    text_take_word(&statement);
-    text_span names = text_take_rest(&statement);
+    text_next_word(&statement);
+    text_span names = text_rest_of_line(&statement);
     if (names.length == 0)
         return 1;
     int result = 0;
     const char *end = names.start + names.length;
-    for (const char *place = end;; --place) {
-        if (place != names.start && place[-1] != ',')
+    for (const char *pos = end;; --pos) {
+        if (pos != names.start && pos[-1] != ',')
             continue;
-        if (put_first({place, static_cast<size_t>(end - place)}) != 0)
+        if (move_to_front({pos, static_cast<size_t>(end - pos)}) != 0)
             result = 2;
-        if (place == names.start)
+        if (pos == names.start)
             return result;
-        end = place - 1;
+        end = pos - 1;
     }
 }
 
@@ -121,7 +121,7 @@ static void report_refusal(int code, const char *name, const char *path)
 }
 
 // The new database goes from the end of the list to the level that was wished.
-static void place(const char *name, int level)
+static void pos(const char *name, int level)
 {
     constexpr const char *caller = "vorn_vek_db_add";
     if (level < 1 || level > number_of_veks)
@@ -153,7 +153,7 @@ int vorn_vek_db_add(const char *name_given, const char *path_given, int level)
         return code;
     }
     vek_upd_vek_tbls(number_of_veks);
-    place(name, level);
+    pos(name, level);
     vorn_wrt_cfg("vorn_vek_db_add", name);
     return 0;
 }
@@ -177,7 +177,7 @@ int vorn_vek_db_remove(const char *name)
     }
     char spelled[VEK_DB_NAME_SIZE];
     text_copy(spelled, name);
-    db_take_out(level);
+    db_unlink(level);
     vorn_wrt_cfg("vorn_vek_db_remove", spelled);
     return 0;
 }

@@ -14,13 +14,13 @@ int vek_list_capacity;
 
 // Slots that hold a record, from the first on.  number_of_veks is the host's
 // to set; this is not.
-static int filled_slots;
+static int stored_count;
 
 int db_count()
 {
     if (number_of_veks < 0)
         return 0;
-    return number_of_veks < filled_slots ? number_of_veks : filled_slots;
+    return number_of_veks < stored_count ? number_of_veks : stored_count;
 }
 
 vek_db_rec *db_at(int level)
@@ -41,10 +41,10 @@ int vorn_vek_get_number_of_veks()
 int vorn_vek_db2level(const char *name)
 {
     name = text_or_empty(name);
-    const wchar_t key = text_key(name);
+    const wchar_t key = text_hash_nocase(name);
     const int count = db_count();
     for (int level = 1; level <= count; ++level)
-        if (stored(vek_list[level - 1])->name_key == key &&
+        if (stored(vek_list[level - 1])->name_hash == key &&
             vek_strcasecmp(vek_list[level - 1]->name, name) == 0)
             return level;
     return -1;
@@ -55,7 +55,7 @@ vek_db_rec *db_find(const char *name)
     return db_at(vorn_vek_db2level(name));
 }
 
-bool level_is_valid(int level, const char *caller)
+bool check_level(int level, const char *caller)
 {
     if (level < 1)
         report(REPORT_ERROR, caller, "Level '%i' is invalid.  The level must be greater than zero.",
@@ -69,7 +69,7 @@ bool level_is_valid(int level, const char *caller)
 
 const char *vorn_vek_level2db(int level)
 {
-    return level_is_valid(level, "vorn_vek_level2db") ? db_at(level)->name : vek_empty_text;
+    return check_level(level, "vorn_vek_level2db") ? db_at(level)->name : vek_empty_text;
 }
 
 int vorn_vek_db_iswritable(const char *name)
@@ -78,15 +78,15 @@ int vorn_vek_db_iswritable(const char *name)
     return db == nullptr ? 0 : db->writable;
 }
 
-bool can_come_back()
+bool cwd_is_reachable()
 {
     char home[260];
-    return platform_current_dir(home, sizeof home) && platform_can_enter(home);
+    return platform_current_dir(home, sizeof home) && platform_dir_is_accessible(home);
 }
 
 int vorn_vek_db_exists(const char *path)
 {
-    return can_come_back() && platform_can_enter(text_or_empty(path)) ? 1 : 0;
+    return cwd_is_reachable() && platform_dir_is_accessible(text_or_empty(path)) ? 1 : 0;
 }
 
 int vek_dir_is_writable(const char *path)
@@ -121,45 +121,45 @@ static bool copy_tables(vek_db_rec *to, const vek_db_rec *from)
 static void release(vek_db_rec *db)
 {
     while (db->tbl_count > 0)
-        table_take_back(db);
+        table_pop(db);
     free(db->tbls);
-    keys_release(db);
+    hashes_release(db);
     free(db);
 }
 
 // What a removed database leaves: its tables, and the database that it had taken
 // the place of.  What a lookup gave from them stays good, so they are kept for the
 // rest of the process, in sight of leak checkers.
-struct removed_tables {
+struct retired_tables {
     vek_tbl_rec **tbls;
     vek_db_rec *replaced;
-    removed_tables *next;
+    retired_tables *next;
 };
 
 // The record's own block, cut down, holds on to them.
 static void release_but_tables(vek_db_rec *db)
 {
-    static removed_tables *last;
+    static retired_tables *last;
     vek_tbl_rec **tbls = db->tbls;
     vek_db_rec *replaced = stored(db)->replaced;
-    keys_release(db);
+    hashes_release(db);
     if (tbls == nullptr && replaced == nullptr) {
         free(db);
         return;
     }
     void *block = realloc(db, sizeof *last);
-    removed_tables *kept = static_cast<removed_tables *>(block == nullptr ? db : block);
+    retired_tables *kept = static_cast<retired_tables *>(block == nullptr ? db : block);
     *kept = {tbls, replaced, last};
     last = kept;
 }
 
 // Databases that a lower count hides close up as well.
-void db_take_out(int level)
+void db_unlink(int level)
 {
     vek_db_rec **slot = vek_list + level - 1;
     vek_db_rec *db = *slot;
-    memmove(slot, slot + 1, static_cast<size_t>(filled_slots - level) * sizeof *slot);
-    vek_list[--filled_slots] = nullptr;
+    memmove(slot, slot + 1, static_cast<size_t>(stored_count - level) * sizeof *slot);
+    vek_list[--stored_count] = nullptr;
     --number_of_veks;
     release_but_tables(db);
 }
@@ -167,7 +167,7 @@ void db_take_out(int level)
 // Result: 0 stored, 1 not.
 static int store(const char *name, const char *path, int cfg_index)
 {
-    if (number_of_veks < 0 || number_of_veks > filled_slots)
+    if (number_of_veks < 0 || number_of_veks > stored_count)
         return 1; // a count set by the host; no slot is known to be the next
     stored_db *made = nullptr;
     if (make_room())
@@ -178,7 +178,7 @@ static int store(const char *name, const char *path, int cfg_index)
     }
     vek_db_rec *db = &made->record;
     text_copy(db->name, name);
-    made->name_key = text_key(name);
+    made->name_hash = text_hash_nocase(name);
     text_copy(db->path, path);
     db->writable = vek_dir_is_writable(path);
     db->cfg_index = cfg_index;
@@ -186,15 +186,15 @@ static int store(const char *name, const char *path, int cfg_index)
         release(db);
         return 1;
     }
-    if (number_of_veks < filled_slots)
+    if (number_of_veks < stored_count)
         made->replaced = vek_list[number_of_veks];
     else
-        ++filled_slots;
+        ++stored_count;
     vek_list[number_of_veks++] = db;
     return 0;
 }
 
-static bool can_be_entered(const char *path)
+static bool ensure_dir(const char *path)
 {
     if (vorn_vek_db_exists(path) != 0)
         return true;
@@ -224,7 +224,7 @@ static void normalise(char *path)
 static int add_database(const char *name, char *path, int cfg_index)
 {
     normalise(path);
-    if (!can_be_entered(path))
+    if (!ensure_dir(path))
         return 2;
     if (strchr(path, '~') != nullptr)
         text_copy(path, VEK_PATH_SIZE, _vek_getlongpath(path));
@@ -238,9 +238,9 @@ static int add_database(const char *name, char *path, int cfg_index)
 int vek_db_read(const char *statement, int cfg_index)
 {
     statement = text_or_empty(statement);
-    text_take_word(&statement);
-    text_span name_span = text_take_word(&statement);
-    text_span path_span = text_take_rest(&statement);
+    text_next_word(&statement);
+    text_span name_span = text_next_word(&statement);
+    text_span path_span = text_rest_of_line(&statement);
     if (path_span.length == 0)
         return 1;
     char name[VEK_DB_NAME_SIZE];

@@ -116,13 +116,13 @@ struct dflt_statement {
     char value[VEK_PATH_SIZE];
 };
 
-static dflt_statement split(const char *text)
+static dflt_statement parse_default(const char *text)
 {
     dflt_statement statement;
     text = text_or_empty(text);
-    text_take_word(&text);
-    text_span file_class = text_take_word(&text);
-    text_span value = text_take_word(&text);
+    text_next_word(&text);
+    text_span file_class = text_next_word(&text);
+    text_span value = text_next_word(&text);
     statement.is_whole = value.length > 0;
     bool class_fits = text_copy(statement.file_class, file_class);
     statement.fits = text_copy(statement.value, value) && class_fits;
@@ -137,7 +137,7 @@ static const char *existing_file(char *name)
     const char *path = vorn_vek_input2full(name);
     if (vek_file_exists(path) != 0)
         return path;
-    if (!name_in_product_database(second, name))
+    if (!product_shared_name(second, name))
         text_copy(second, path);
     path = vorn_vek_input2full(second);
     return vek_file_exists(path) != 0 ? path : vek_empty_text;
@@ -145,7 +145,7 @@ static const char *existing_file(char *name)
 
 int vek_propfile_read(const char *text, int cfg_index)
 {
-    dflt_statement statement = split(text);
+    dflt_statement statement = parse_default(text);
     if (!statement.is_whole || !statement.fits)
         return 1;
     vorn_vek_nt2unix_path(statement.value);
@@ -159,7 +159,7 @@ int vek_propfile_read(const char *text, int cfg_index)
 
 int vek_testrig_read(const char *text, int cfg_index)
 {
-    dflt_statement statement = split(text);
+    dflt_statement statement = parse_default(text);
     bool is_taken = statement.is_whole && statement.fits &&
                     set(testrigs, statement.file_class, statement.value, cfg_index);
     return is_taken ? 0 : 1;

@@ -27,16 +27,16 @@ void vek_testrig_add(const char *file_class, const char *value, int cfg_index);
 
 // registry/databases.cpp.  Whether there is a database at the level; reports a
 // level out of range.
-bool level_is_valid(int level, const char *caller);
+bool check_level(int level, const char *caller);
 
 // registry/databases.cpp.  Whether the current directory can be entered by its
 // path, which has to be short.  Where it can't, no directory counts as there:
 // hosts rely on that.
-bool can_come_back();
+bool cwd_is_reachable();
 
 // registry/databases.cpp.  Take the database at a level out of the list and
 // release its record.
-void db_take_out(int level);
+void db_unlink(int level);
 
 // registry/table_directories.cpp.  Open a report file, which is emptied; null,
 // with a report, if it does not open.
@@ -52,7 +52,7 @@ enum { TABLE_CLASS, TABLE_EXT, TABLE_ALIAS, TABLE_TEXTS };
 struct stored_db {
     vek_db_rec record;
     vek_db_rec *replaced; // that stood in its slot, hidden by a lower count; or null
-    wchar_t name_key;
+    wchar_t name_hash;
     wchar_t *keys[TABLE_TEXTS]; // of the tables' texts, in the order of the tables
 };
 inline stored_db *stored(const vek_db_rec *db)
@@ -62,10 +62,10 @@ inline stored_db *stored(const vek_db_rec *db)
 
 // registry/table_find.cpp.  Make room for the keys of that many tables; false if
 // there is no memory.
-bool keys_make_room(vek_db_rec *db, int capacity);
-void keys_release(vek_db_rec *db);
+bool hashes_grow(vek_db_rec *db, int capacity);
+void hashes_release(vek_db_rec *db);
 // Enter the keys of the table that is next.
-void keys_append(vek_db_rec *db, const vek_tbl_rec *table);
+void hashes_append(vek_db_rec *db, const vek_tbl_rec *table);
 // The first table of a database with that class or extension; null if there is
 // none, or no database.
 vek_tbl_rec *table_of_class(const vek_db_rec *db, const char *file_class);
@@ -77,4 +77,4 @@ vek_tbl_rec *table_of_ext(const vek_db_rec *db, const char *ext);
 bool table_append(vek_db_rec *db, const char *file_class, const char *dir, const char *ext,
                   int cfg_index);
 // Take the last table of a database back.
-void table_take_back(vek_db_rec *db);
+void table_pop(vek_db_rec *db);

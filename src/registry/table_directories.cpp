@@ -35,11 +35,11 @@ static const char *path_in_db(const vek_tbl_rec *table)
     return *path == '\0' ? "." : path;
 }
 
-static bool can_enter(const db_dir *dir, const vek_tbl_rec *table)
+static bool dir_is_accessible(const db_dir *dir, const vek_tbl_rec *table)
 {
     return dir->cwd_is_reachable &&
-           (dir->open == nullptr ? platform_can_enter(table->full_path)
-                                 : platform_can_enter_in(dir->open, path_in_db(table)));
+           (dir->open == nullptr ? platform_dir_is_accessible(table->full_path)
+                                 : platform_dir_in_is_accessible(dir->open, path_in_db(table)));
 }
 
 static bool make_dir(const db_dir *dir, const vek_tbl_rec *table)
@@ -52,9 +52,9 @@ static bool make_dir(const db_dir *dir, const vek_tbl_rec *table)
 // the same moment, and some file systems list it in other letters.
 static bool ensure_dir(const db_dir *dir, const vek_tbl_rec *table)
 {
-    bool may_be_there = !dir->is_listed || table->dir_is_listed;
-    return (may_be_there && can_enter(dir, table)) || make_dir(dir, table) ||
-           (errno == EEXIST && can_enter(dir, table));
+    bool may_exist = !dir->is_listed || table->dir_is_listed;
+    return (may_exist && dir_is_accessible(dir, table)) || make_dir(dir, table) ||
+           (errno == EEXIST && dir_is_accessible(dir, table));
 }
 
 static bool is_wanted(const vek_tbl_rec *table, int last_cfg_index)
@@ -97,7 +97,7 @@ static bool list_tables(const vek_db_rec *db, open_dir *dir, int unseen)
 static db_dir open_db_dir(const vek_db_rec *db, int last_cfg_index)
 {
     constexpr int few = 4;
-    db_dir dir = {nullptr, false, can_come_back()};
+    db_dir dir = {nullptr, false, cwd_is_reachable()};
     int unseen = count_unseen(db, last_cfg_index);
     if (unseen > few && dir.cwd_is_reachable)
         dir.open = platform_open_dir(db->path);

@@ -13,7 +13,7 @@ static const char *text_of(const vek_tbl_rec *table, int which)
     return which == TABLE_CLASS ? table->class_ : which == TABLE_EXT ? table->ext : table->alias;
 }
 
-bool keys_make_room(vek_db_rec *db, int capacity)
+bool hashes_grow(vek_db_rec *db, int capacity)
 {
     for (wchar_t *&keys : stored(db)->keys) {
         void *grown = realloc(keys, static_cast<size_t>(capacity) * sizeof *keys);
@@ -24,16 +24,16 @@ bool keys_make_room(vek_db_rec *db, int capacity)
     return true;
 }
 
-void keys_release(vek_db_rec *db)
+void hashes_release(vek_db_rec *db)
 {
     for (wchar_t *keys : stored(db)->keys)
         free(keys);
 }
 
-void keys_append(vek_db_rec *db, const vek_tbl_rec *table)
+void hashes_append(vek_db_rec *db, const vek_tbl_rec *table)
 {
     for (int which = 0; which < TABLE_TEXTS; ++which)
-        stored(db)->keys[which][db->tbl_count] = text_key(text_of(table, which));
+        stored(db)->keys[which][db->tbl_count] = text_hash_nocase(text_of(table, which));
 }
 
 static vek_tbl_rec *find(const vek_db_rec *db, int which, const char *text)
@@ -41,14 +41,14 @@ static vek_tbl_rec *find(const vek_db_rec *db, int which, const char *text)
     if (db == nullptr || db->tbl_count == 0)
         return nullptr;
     text = text_or_empty(text);
-    const wchar_t key = text_key(text);
+    const wchar_t key = text_hash_nocase(text);
     const wchar_t *keys = stored(db)->keys[which];
     const wchar_t *end = keys + db->tbl_count;
-    for (const wchar_t *place = keys; place < end; ++place) {
-        place = wmemchr(place, key, static_cast<size_t>(end - place));
-        if (place == nullptr)
+    for (const wchar_t *pos = keys; pos < end; ++pos) {
+        pos = wmemchr(pos, key, static_cast<size_t>(end - pos));
+        if (pos == nullptr)
             return nullptr;
-        vek_tbl_rec *table = db->tbls[place - keys];
+        vek_tbl_rec *table = db->tbls[pos - keys];
         if (vek_strcasecmp(text_of(table, which), text) == 0)
             return table;
     }

@@ -60,7 +60,7 @@ const char *vek_ext2alias(const char *ext, int level)
 
 const char *vorn_vek_ext2path(const char *ext, int level)
 {
-    if (!level_is_valid(level, "vorn_vek_ext2path"))
+    if (!check_level(level, "vorn_vek_ext2path"))
         return vek_empty_text;
     const vek_tbl_rec *table = find_ext(db_at(level), ext);
     return table == nullptr ? vek_empty_text : table->full_path;
@@ -68,7 +68,7 @@ const char *vorn_vek_ext2path(const char *ext, int level)
 
 const char *vorn_vek_get_tbl_path(const char *file_class, int level)
 {
-    if (!level_is_valid(level, "vorn_vek_get_tbl_path"))
+    if (!check_level(level, "vorn_vek_get_tbl_path"))
         return vek_empty_text;
     const vek_tbl_rec *table = table_of_class(db_at(level), file_class);
     return table == nullptr ? vek_empty_text : table->full_path;

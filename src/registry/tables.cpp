@@ -17,7 +17,7 @@ static bool make_room(vek_db_rec *db)
     if (grown == nullptr)
         return false;
     db->tbls = static_cast<vek_tbl_rec **>(grown);
-    if (!keys_make_room(db, capacity))
+    if (!hashes_grow(db, capacity))
         return false;
     db->tbl_capacity = capacity;
     return true;
@@ -42,12 +42,12 @@ bool table_append(vek_db_rec *db, const char *file_class, const char *dir, const
         return false;
     }
     *record = table;
-    keys_append(db, record);
+    hashes_append(db, record);
     db->tbls[db->tbl_count++] = record;
     return true;
 }
 
-void table_take_back(vek_db_rec *db)
+void table_pop(vek_db_rec *db)
 {
     free(db->tbls[--db->tbl_count]);
 }
@@ -67,13 +67,13 @@ struct tbl_statement {
     text_span ext;
 };
 
-static tbl_statement split(const char *statement)
+static tbl_statement parse_table(const char *statement)
 {
     tbl_statement fields;
-    text_take_word(&statement);
-    fields.file_class = text_take_word(&statement);
-    fields.dir = text_take_word(&statement);
-    fields.ext = text_take_word(&statement);
+    text_next_word(&statement);
+    fields.file_class = text_next_word(&statement);
+    fields.dir = text_next_word(&statement);
+    fields.ext = text_next_word(&statement);
     return fields;
 }
 
@@ -94,7 +94,7 @@ static int add_to_all(const char *file_class, const char *dir, const char *ext, 
         if (table_append(db_at(level), file_class, dir, ext, cfg_index))
             continue;
         while (--level >= 1)
-            table_take_back(db_at(level));
+            table_pop(db_at(level));
         return 1;
     }
     return 0;
@@ -103,7 +103,7 @@ static int add_to_all(const char *file_class, const char *dir, const char *ext, 
 int vek_tbl_read(const char *statement, int cfg_index)
 {
     statement = text_or_empty(statement);
-    tbl_statement fields = split(statement);
+    tbl_statement fields = parse_table(statement);
     if (fields.ext.length == 0)
         return 1;
     if (is_too_long(fields.file_class, VEK_CLASS_SIZE, "class name") ||

@@ -44,8 +44,8 @@ const char *vorn_vek_get_write_default()
 int vek_set_write_db(const char *statement)
 {
     statement = text_or_empty(statement);
-    text_take_word(&statement);
-    text_span word = text_take_word(&statement);
+    text_next_word(&statement);
+    text_span word = text_next_word(&statement);
     if (word.length == 0)
         return 1;
     char name[VEK_DB_NAME_SIZE];

@@ -60,7 +60,7 @@ static void start_product()
     start(name);
 }
 
-static void set_up()
+static void start_once()
 {
     vc_str_print("");
     vek_solver_setup_done = true;
@@ -95,7 +95,7 @@ static char *search_databases(char *name, const char *file_class, int *found)
     return path;
 }
 
-static bool needs_no_answer()
+static bool search_is_bypassed()
 {
     const char *product = getenv("QNS_PRODUCT_NAME");
     return product != nullptr && strcmp(product, "ZAPT") == 0;
@@ -108,7 +108,7 @@ char *db_search(char *name, const char *file_class, int *found)
         found = &unread;
     name = text_or_empty(name);
     *found = 0;
-    if (needs_no_answer()) {
+    if (search_is_bypassed()) {
         *found = 1;
         return name;
     }
@@ -117,14 +117,14 @@ char *db_search(char *name, const char *file_class, int *found)
         vek_solver_uses_databases = true;
     }
     if (!vek_solver_setup_done)
-        set_up();
+        start_once();
     return vek_solver_uses_databases ? search_databases(name, file_class, found)
                                      : search_plain_path(name, found);
 }
 
 // A copy that can be changed: a text that is too long for a path text is cut
 // to 266 characters, and all end at their first blank.
-static void copy_of_fortran(char (&copy)[VEK_PATH_SIZE], const char *text)
+static void from_fortran(char (&copy)[VEK_PATH_SIZE], const char *text)
 {
     text = text_or_empty(text);
     size_t length = strnlen(text, VEK_PATH_SIZE);
@@ -139,8 +139,8 @@ void F2C_DB_SEARCH(char *result, int, int *length, int *found, const char *name,
 {
     char name_copy[VEK_PATH_SIZE];
     char class_copy[VEK_PATH_SIZE];
-    copy_of_fortran(name_copy, name);
-    copy_of_fortran(class_copy, file_class);
+    from_fortran(name_copy, name);
+    from_fortran(class_copy, file_class);
     char *path = db_search(name_copy, class_copy, found);
     if (result != nullptr)
         text_copy(result, VEK_PATH_SIZE, path);

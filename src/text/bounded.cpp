@@ -20,7 +20,7 @@ bool text_is_empty(const char *text)
     return text == nullptr || *text == '\0';
 }
 
-bool text_begins(const char *text, const char *start)
+bool text_starts_with(const char *text, const char *start)
 {
     for (; *start != '\0'; ++text, ++start)
         if (*text != *start)
@@ -28,7 +28,7 @@ bool text_begins(const char *text, const char *start)
     return true;
 }
 
-bool text_is(text_span text, const char *word)
+bool text_equals_nocase(text_span text, const char *word)
 {
     return text.length == strlen(word) &&
            vek_strncasecmp(text.start, word, static_cast<int>(text.length)) == 0;
@@ -45,7 +45,7 @@ static void skip_space(const char **text)
         ++*text;
 }
 
-text_span text_take_word(const char **text)
+text_span text_next_word(const char **text)
 {
     skip_space(text);
     text_span word = {*text, 0};
@@ -55,7 +55,7 @@ text_span text_take_word(const char **text)
     return word;
 }
 
-text_span text_take_between(const char **text, char separator)
+text_span text_next_token(const char **text, char separator)
 {
     while (**text == separator)
         ++*text;
@@ -66,7 +66,7 @@ text_span text_take_between(const char **text, char separator)
     return piece;
 }
 
-text_span text_take_rest(const char **text)
+text_span text_rest_of_line(const char **text)
 {
     skip_space(text);
     text_span rest = {*text, strcspn(*text, "\n")};
@@ -74,26 +74,26 @@ text_span text_take_rest(const char **text)
     return rest;
 }
 
-bool text_copy(char *to, size_t width, const char *from)
+bool text_copy(char *to, size_t size, const char *from)
 {
-    return text_copy(to, width, text_span{from, strlen(from)});
+    return text_copy(to, size, text_span{from, strlen(from)});
 }
 
-bool text_copy(char *to, size_t width, text_span from)
+bool text_copy(char *to, size_t size, text_span from)
 {
-    bool fits = from.length < width;
+    bool fits = from.length < size;
     if (fits)
         memmove(to, from.start, from.length);
     to[fits ? from.length : 0] = '\0';
     return fits;
 }
 
-bool text_join(char *to, size_t width, std::initializer_list<const char *> parts)
+bool text_join(char *to, size_t size, std::initializer_list<const char *> parts)
 {
     size_t length = 0;
     for (const char *part : parts) {
         size_t more = strlen(part);
-        if (more >= width - length) {
+        if (more >= size - length) {
             to[0] = '\0';
             return false;
         }
@@ -104,18 +104,18 @@ bool text_join(char *to, size_t width, std::initializer_list<const char *> parts
     return true;
 }
 
-bool text_append(char *to, size_t width, const char *more)
+bool text_append(char *to, size_t size, const char *more)
 {
     size_t length = strlen(to);
-    if (text_copy(to + length, width - length, more))
+    if (text_copy(to + length, size - length, more))
         return true;
     to[0] = '\0';
     return false;
 }
 
-void text_cut(char *to, size_t width, const char *from)
+void text_truncate(char *to, size_t size, const char *from)
 {
-    size_t length = strnlen(from, width - 1);
+    size_t length = strnlen(from, size - 1);
     memcpy(to, from, length);
     to[length] = '\0';
 }

@@ -5,9 +5,9 @@
 #include <cstddef>
 
 #ifdef __GNUC__
-#define BUILDER_FORMAT(place, first) __attribute__((format(printf, place, first)))
+#define BUILDER_FORMAT(pos, first) __attribute__((format(printf, pos, first)))
 #else
-#define BUILDER_FORMAT(place, first)
+#define BUILDER_FORMAT(pos, first)
 #endif
 
 // All zero at first.  `is_cut` says that memory ran out, and errno was ENOMEM.

@@ -37,7 +37,7 @@ static unsigned folded(char character)
 }
 
 // Most that are compared are the same.
-bool text_same_letter(char first, char second)
+bool char_equal_nocase(char first, char second)
 {
     return first == second || (folded(first) == folded(second) && upper(first) == upper(second));
 }
@@ -48,7 +48,7 @@ int vek_strcasecmp(const char *first, const char *second)
     second = text_or_empty(second);
     if (strcmp(first, second) == 0)
         return 0;
-    while (*first != '\0' && text_same_letter(*first, *second)) {
+    while (*first != '\0' && char_equal_nocase(*first, *second)) {
         ++first;
         ++second;
     }
@@ -60,18 +60,18 @@ int vek_strncasecmp(const char *first, const char *second, int count)
     first = text_or_empty(first);
     second = text_or_empty(second);
     for (; count > 0; --count, ++first, ++second)
-        if (*first == '\0' || !text_same_letter(*first, *second))
+        if (*first == '\0' || !char_equal_nocase(*first, *second))
             return upper(*first) - upper(*second);
     return 0;
 }
 
 // Names that differ do so in their lengths or towards their ends.
-wchar_t text_key(const char *text)
+wchar_t text_hash_nocase(const char *text)
 {
     size_t length = strlen(text);
     unsigned key = static_cast<unsigned>(length);
-    for (const char *place = text + (length > 8 ? length - 8 : 0); *place != '\0'; ++place)
-        key = key * 31 + folded(*place);
+    for (const char *pos = text + (length > 8 ? length - 8 : 0); *pos != '\0'; ++pos)
+        key = key * 31 + folded(*pos);
     return static_cast<wchar_t>(key);
 }
 
@@ -83,10 +83,10 @@ char *vek_strrstr(const char *text, const char *part)
     size_t part_length = strlen(part);
     if (part_length > text_length)
         return nullptr;
-    for (const char *place = text + (text_length - part_length);; --place) {
-        if (memcmp(place, part, part_length) == 0)
-            return const_cast<char *>(place);
-        if (place == text)
+    for (const char *pos = text + (text_length - part_length);; --pos) {
+        if (memcmp(pos, part, part_length) == 0)
+            return const_cast<char *>(pos);
+        if (pos == text)
             return nullptr;
     }
 }

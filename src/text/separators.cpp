@@ -2,20 +2,20 @@
 
 #include <cstring>
 
-static char *turn(char *text, char from, char to)
+static char *replace_char(char *text, char from, char to)
 {
     text = text_or_empty(text);
     if (strchr(text, from) == nullptr)
         return text;
-    for (char *place = text; *place != '\0' && *place != '\n'; ++place)
-        if (*place == from)
-            *place = to;
+    for (char *pos = text; *pos != '\0' && *pos != '\n'; ++pos)
+        if (*pos == from)
+            *pos = to;
     return text;
 }
 
 char *vorn_vek_nt2unix_path(char *text)
 {
-    return turn(text, '\\', '/');
+    return replace_char(text, '\\', '/');
 }
 
 char *vorn_vek_runtime_path_port(char *text)
@@ -25,15 +25,15 @@ char *vorn_vek_runtime_path_port(char *text)
 
 char *vorn_vek_unix2nt_path(char *text)
 {
-    return turn(text, '/', '\\');
+    return replace_char(text, '/', '\\');
 }
 
 // How many characters at the start stay as they are.  The longer scheme comes
 // first: a file URL keeps all four separators of a network path.
-static size_t protected_length(const char *text)
+static size_t scheme_length(const char *text)
 {
     for (const char *scheme : {"klvds://", "file:////", "file://"})
-        if (text_begins(text, scheme))
+        if (text_starts_with(text, scheme))
             return strlen(scheme);
     return 1;
 }
@@ -49,7 +49,7 @@ char *vek_rm_extra_separators(char *text)
     text = text_or_empty(text);
     if (text[0] == '\0')
         return text;
-    char *to = strchr(text + protected_length(text), '/');
+    char *to = strchr(text + scheme_length(text), '/');
     while (to != nullptr && !is_extra(to))
         to = strchr(to + 1, '/');
     if (to == nullptr)

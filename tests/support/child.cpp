@@ -33,7 +33,7 @@ static void leave_nothing()
     __gcov_dump();
 }
 
-std::string in_child(const std::function<std::string()> &operation)
+std::string run_in_child(const std::function<std::string()> &operation)
 {
     int ends[2];
     if (pipe(ends) != 0)
@@ -83,18 +83,18 @@ static pid_t start_traced(const std::function<std::string()> &operation, char *a
 }
 
 // Lets the child go on to the next beginning or end of a system call.
-static bool go_on(pid_t child, user_regs_struct *registers, int *status)
+static bool go_on(pid_t child, user_regs_struct *register_paths, int *status)
 {
     ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
     waitpid(child, status, 0);
-    return WIFSTOPPED(*status) && ptrace(PTRACE_GETREGS, child, nullptr, registers) == 0;
+    return WIFSTOPPED(*status) && ptrace(PTRACE_GETREGS, child, nullptr, register_paths) == 0;
 }
 
-static void set_registers(pid_t child, user_regs_struct *registers, unsigned long long *one,
+static void set_registers(pid_t child, user_regs_struct *register_paths, unsigned long long *one,
                           long value)
 {
     *one = (unsigned long long)value;
-    ptrace(PTRACE_SETREGS, child, nullptr, registers);
+    ptrace(PTRACE_SETREGS, child, nullptr, register_paths);
 }
 
 // What a process holds on to: its descriptors and its current directory.
@@ -118,10 +118,10 @@ struct course {
 static course follow(pid_t child, const fault &wish, const char *is_done)
 {
     course made;
-    user_regs_struct registers = {};
+    user_regs_struct register_paths = {};
     const std::string before = holdings(child);
     long refused = -1; // the kind of call
-    while (go_on(child, &registers, &made.status)) {
+    while (go_on(child, &register_paths, &made.status)) {
         if (*is_done) {
             if (holdings(child) != before)
                 made.change = before + " became " + holdings(child);
@@ -129,7 +129,7 @@ static course follow(pid_t child, const fault &wish, const char *is_done)
             waitpid(child, &made.status, 0);
             break;
         }
-        long call = (long)registers.orig_rax;
+        long call = (long)register_paths.orig_rax;
         bool is_due = false;
         if (!is_left_alone(call)) {
             made.calls.push_back(call);
@@ -139,11 +139,11 @@ static course follow(pid_t child, const fault &wish, const char *is_done)
             kill(child, SIGKILL);
         is_due = is_due && wish.error != 0;
         if (is_due && call != SYS_close)
-            set_registers(child, &registers, &registers.orig_rax, -1);
-        if (!go_on(child, &registers, &made.status))
+            set_registers(child, &register_paths, &register_paths.orig_rax, -1);
+        if (!go_on(child, &register_paths, &made.status))
             break;
         if (is_due)
-            set_registers(child, &registers, &registers.rax, -wish.error);
+            set_registers(child, &register_paths, &register_paths.rax, -wish.error);
         refused = is_due ? call : refused;
     }
     return made;

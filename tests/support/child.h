@@ -10,13 +10,13 @@
 // Sanitizers make children and long files ten times as slow: then tests take this
 // part of what they have.
 #if defined __SANITIZE_ADDRESS__
-constexpr int one_in = 7;
+constexpr int sample_stride = 7;
 #else
-constexpr int one_in = 1;
+constexpr int sample_stride = 1;
 #endif
 
 // What the operation gives, from a child process; "died" if the child did.
-std::string in_child(const std::function<std::string()> &operation);
+std::string run_in_child(const std::function<std::string()> &operation);
 
 // What happens to the nth system call, counted from 1.
 struct fault {

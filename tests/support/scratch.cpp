@@ -9,7 +9,7 @@
 
 namespace fs = std::filesystem;
 
-Scratch::Scratch()
+TempDirTest::TempDirTest()
 {
     for (const std::string &variable : variables())
         if (variable.starts_with("KLV_") || variable.starts_with("QNS_") ||
@@ -17,12 +17,12 @@ Scratch::Scratch()
             unset(variable.substr(0, variable.find('=')));
     home = make_scratch_dir();
     fs::current_path(home);
-    set("HOME", home);
+    set_env("HOME", home);
     make_dir(home + "-tmp"); // goes with what killed processes leave in it
-    set(on_windows ? "TMP" : "TMPDIR", home + "-tmp");
+    set_env(on_windows ? "TMP" : "TMPDIR", home + "-tmp");
 }
 
-Scratch::~Scratch()
+TempDirTest::~TempDirTest()
 {
     fs::current_path("/");
     std::error_code ignored; // some paths here are too long for a system
@@ -30,7 +30,7 @@ Scratch::~Scratch()
     fs::remove_all(home + "-tmp", ignored);
 }
 
-void set(const std::string &name, const std::string &value)
+void set_env(const std::string &name, const std::string &value)
 {
     set_variable(name, value);
 }
@@ -70,31 +70,31 @@ Lines listing(const std::string &dir)
     return names;
 }
 
-Text::Text(const std::string &text)
+Buffer::Buffer(const std::string &text)
     : bytes(new char[std::max<size_t>(text.size() + 1, VEK_PATH_SIZE)])
 {
     strcpy(bytes.get(), text.c_str());
 }
 
-std::string xs(size_t count)
+std::string repeat_x(size_t count)
 {
     return std::string(count, 'x');
 }
 
-std::string put_out(std::string text)
+std::string expand_repeats(std::string text)
 {
     const std::string error = "Is a directory";
     if (size_t at = text.rfind(error); at != text.npos)
         text.replace(at, error.size(), directory_error);
     for (size_t at; (at = text.find('[')) != text.npos;)
-        text.replace(at, text.find(']') + 1 - at, xs(std::stoul(text.substr(at + 1))));
+        text.replace(at, text.find(']') + 1 - at, repeat_x(std::stoul(text.substr(at + 1))));
     return text;
 }
 
 static Lines split(const std::string &row, char separator)
 {
     Lines cells;
-    std::istringstream rest(put_out(row) + separator);
+    std::istringstream rest(expand_repeats(row) + separator);
     for (std::string cell; std::getline(rest, cell, separator);)
         cells.push_back(cell);
     return cells;
@@ -137,14 +137,14 @@ std::vector<Case> cases(const std::string &name)
             continue;
         }
         std::replace(line.begin(), line.end(), '~', '\t');
-        bool is_said = line[0] == '>' || !all.back().said.empty();
-        (is_said ? all.back().said : all.back().text) += put_out(line) + "\n";
+        bool is_said = line[0] == '>' || !all.back().drain_output.empty();
+        (is_said ? all.back().drain_output : all.back().text) += expand_repeats(line) + "\n";
     }
     EXPECT_FALSE(all.empty()) << name;
     return all;
 }
 
-std::string said()
+std::string drain_output()
 {
     std::string all;
     for (const Lines &lines : {host::calls_of("vc_putenv"), host::printed()})
@@ -201,7 +201,7 @@ std::string reading(const std::string &path)
 
 void set_product(const std::string &name)
 {
-    set("KLV_PRODUCT_NAME", name);
+    set_env("KLV_PRODUCT_NAME", name);
     vek_set_product_name();
 }
 
@@ -214,7 +214,7 @@ const std::string private_cfg = "DATABASE private $HOME/private.vek\n"
 int start_session(const std::string &shared, const std::string &private_file)
 {
     set_product("vorn");
-    set("KLV_VORN", "inst");
+    set_env("KLV_VORN", "inst");
     write_file("inst/vorn.cfg", shared);
     write_file(".vorn.cfg", private_file);
     return vorn_vek_init("vorn");

@@ -17,15 +17,15 @@
 #include <string>
 #include <vector>
 
-class Scratch : public testing::Test {
+class TempDirTest : public testing::Test {
   protected:
-    Scratch();
-    ~Scratch() override;
+    TempDirTest();
+    ~TempDirTest() override;
     std::string home; // the directory
 };
 
-void set(const std::string &name, const std::string &value); // in the environment
-void make_dir(const std::string &path);                      // with its parents
+void set_env(const std::string &name, const std::string &value); // in the environment
+void make_dir(const std::string &path);                          // with its parents
 void write_file(const std::string &path, const std::string &text = "");
 std::string read_file(const std::string &path);
 std::string read_text(const std::string &path); // with line ends as a program reads them
@@ -35,9 +35,9 @@ Lines listing(const std::string &dir);          // its entries, sorted
 constexpr char probe_file[] = "/tmp_bedwvorn.txt";
 
 // A text that the library may write to, in the bytes that it may count on.
-class Text {
+class Buffer {
   public:
-    explicit Text(const std::string &text);
+    explicit Buffer(const std::string &text);
     operator char *() const
     {
         return bytes.get();
@@ -47,8 +47,8 @@ class Text {
     std::unique_ptr<char[]> bytes;
 };
 
-std::string xs(size_t count);          // that many "x"
-std::string put_out(std::string text); // with n times "x" for each [n]
+std::string repeat_x(size_t count);           // that many "x"
+std::string expand_repeats(std::string text); // with n times "x" for each [n]
 
 // The rows of tests/tables/<name>.txt, one a line: cells with "|" between them
 // and blanks around them that do not count, in which [n] stands for n times "x".
@@ -63,7 +63,7 @@ template <typename Operation, typename... More>
 void check(Operation operation, const std::vector<Lines> &table, More... more)
 {
     for (const Lines &row : table)
-        EXPECT_EQ(operation(Text(row[0]), more...), row[1]) << row[0];
+        EXPECT_EQ(operation(Buffer(row[0]), more...), row[1]) << row[0];
 }
 template <typename Operation, typename... More>
 void check(Operation operation, const std::string &table, More... more)
@@ -73,11 +73,11 @@ void check(Operation operation, const std::string &table, More... more)
 
 // The cases of tests/tables/<name>.txt, where their parts are explained.
 struct Case {
-    std::string head, text, said;
+    std::string head, text, drain_output;
 };
 std::vector<Case> cases(const std::string &name);
 // The variables set and the lines printed since the last time.
-std::string said();
+std::string drain_output();
 
 // The result of a DATABASE or TABLE statement with these operands.
 int add_database(const std::string &operands, int cfg_index = 0);

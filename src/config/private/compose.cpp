@@ -30,12 +30,12 @@ static void refresh_environment_line(text_builder *out, const char *line, size_t
 {
     char statement[section_chunk + 2];
     char variable[section_chunk + 2];
-    text_cut(statement, sizeof statement, line);
+    text_truncate(statement, sizeof statement, line);
     statement[strcspn(statement, "!")] = '\0';
     const char *rest = statement;
-    bool is_environment = text_is(text_take_word(&rest), "environment");
-    text_copy(variable, text_take_word(&rest));
-    if (!is_environment || text_take_word(&rest).length == 0 ||
+    bool is_environment = text_equals_nocase(text_next_word(&rest), "environment");
+    text_copy(variable, text_next_word(&rest));
+    if (!is_environment || text_next_word(&rest).length == 0 ||
         write_environment(out, variable, "\n"))
         return;
     while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r'))
@@ -227,20 +227,20 @@ static bool replace_line(merge_state *state, const char *line, size_t length)
 {
     const char *rest = line;
     const char *end = line_ending(line, length, state->default_line_ending);
-    text_span keyword = text_take_word(&rest);
-    text_span operand = text_take_word(&rest);
-    if (text_is(keyword, "database")) {
+    text_span keyword = text_next_word(&rest);
+    text_span operand = text_next_word(&rest);
+    if (text_equals_nocase(keyword, "database")) {
         insert_database(state, end);
         mark_removed(state, operand);
         return false;
     }
-    if (text_is(keyword, "database_order")) {
+    if (text_equals_nocase(keyword, "database_order")) {
         write_order(state->out, end);
         return true;
     }
-    if (text_is(keyword, "default_write_db"))
+    if (text_equals_nocase(keyword, "default_write_db"))
         return write_default(state->out, end);
-    return text_is(keyword, "environment") && write_variable(state, operand, end);
+    return text_equals_nocase(keyword, "environment") && write_variable(state, operand, end);
 }
 
 void compose_text(text_builder *out, cfg_text *old, write_mode mode, const char *name)

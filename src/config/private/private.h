@@ -46,17 +46,17 @@ struct private_update {
 };
 
 // config/private/steps.cpp.  Each step is false after a report, but `replace`.
-bool lock_file(private_update *now);
-bool is_there_already(const private_update *now); // nothing is to be done
-bool back_up(private_update *now);
-bool save_copy(private_update *now);
-bool write_new_file(private_update *now);
+bool lock_file(private_update *state);
+bool is_there_already(const private_update *state); // nothing is to be done
+bool back_up(private_update *state);
+bool save_copy(private_update *state);
+bool write_new_file(private_update *state);
 // UPDATE_AGAIN: another program has changed the file meanwhile.
 enum update_result { NOT_UPDATED, UPDATED, UPDATE_AGAIN };
-update_result replace(private_update *now);
-void remove_copies(private_update *now);
-void unlock_file(private_update *now);
-bool report_failure(const private_update *now, const char *reason);
+update_result replace(private_update *state);
+void remove_copies(private_update *state);
+void unlock_file(private_update *state);
+bool report_failure(const private_update *state, const char *reason);
 
 // config/private/compose.cpp.  Write the new text from the old one, which is gone
 // through.  `name` is the database of WRITE_ADDED and WRITE_REMOVED.

@@ -17,7 +17,7 @@ constexpr size_t longest_statement = 266; // that a reader accepts
 static bool is_word(const char *text)
 {
     const char *rest = text;
-    text_span word = text_take_word(&rest);
+    text_span word = text_next_word(&rest);
     return word.length > 0 && word.start == text && *rest == '\0' && strchr(text, '!') == nullptr;
 }
 
@@ -50,14 +50,14 @@ static bool report_once(bool *is_reported, const char *what, const char *name)
 
 // What a reader of the statement would refuse, cut at "!" or take for the next
 // line or for a part of its own line's end is not written.
-static bool can_stand_in_statement(const char *variable, const char *value)
+static bool fits_statement(const char *variable, const char *value)
 {
     constexpr size_t longest_value = 180, longest_statement = 254;
     const char *rest = value;
     size_t name_length = strlen(variable);
     size_t value_length = strlen(value);
     size_t length = 14 + (name_length < 22 ? 22 : name_length) + 3 + value_length;
-    return text_take_word(&rest).length > 0 && value_length <= longest_value &&
+    return text_next_word(&rest).length > 0 && value_length <= longest_value &&
            length <= longest_statement && strpbrk(value, "!\n") == nullptr &&
            value[value_length - 1] != '\r';
 }
@@ -66,7 +66,7 @@ bool write_environment(text_builder *out, const char *variable, const char *end)
 {
     // getenv alone would find "A=B" where A has a value that begins with "B=".
     const char *value = strchr(variable, '=') == nullptr ? getenv(variable) : nullptr;
-    if (value == nullptr || !can_stand_in_statement(variable, value))
+    if (value == nullptr || !fits_statement(variable, value))
         return false;
     builder_print(out, "%-14s%-22s", "ENVIRONMENT", variable);
     builder_print(out, "   %s%s", value, end);

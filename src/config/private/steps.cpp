@@ -12,9 +12,10 @@
 
 static const char caller[] = "_vek_print_cfg_file";
 
-bool report_failure(const private_update *now, const char *reason)
+bool report_failure(const private_update *state, const char *reason)
 {
-    report(REPORT_ERROR, caller, "Private cfg file %s could not be written: %s", now->path, reason);
+    report(REPORT_ERROR, caller, "Private cfg file %s could not be written: %s", state->path,
+           reason);
     return false;
 }
 
@@ -48,7 +49,7 @@ static bool warn_of_unwritable_file(const char *path)
     static bool vek_cfg_warn_unwritable = true;
     private_path whole = {path, ""};
     if (*path == '\0') // too long to be kept
-        whole = private_path_whole();
+        whole = private_path_parts();
     if (vek_cfg_warn_unwritable) {
         report(REPORT_WARNING, caller, "Private cfg file %s%s is unwritable.", whole.start,
                whole.end);
@@ -58,223 +59,223 @@ static bool warn_of_unwritable_file(const char *path)
     return false;
 }
 
-static bool find_backup(const private_update *now, char (&backup)[VEK_PATH_SIZE])
+static bool find_backup(const private_update *state, char (&backup)[VEK_PATH_SIZE])
 {
-    text_copy(backup, now->path);
+    text_copy(backup, state->path);
     to_backup_path(backup);
-    return vek_strcasecmp(now->path, backup) != 0; // else it is its own
+    return vek_strcasecmp(state->path, backup) != 0; // else it is its own
 }
 
-static bool make_backup(private_update *now)
+static bool make_backup(private_update *state)
 {
     char path[VEK_PATH_SIZE];
-    text_copy(path, now->path);
-    vek_file_verbose = now->backup == BACKUP_VERBOSE;
-    int result = backup_file(path, &now->unread);
+    text_copy(path, state->path);
+    vek_file_verbose = state->backup == BACKUP_VERBOSE;
+    int result = backup_file(path, &state->unread);
     vek_file_verbose = true;
     return result == 0;
 }
 
-static bool back_up_for_user(private_update *now)
+static bool back_up_for_user(private_update *state)
 {
     char backup[VEK_PATH_SIZE];
-    if (!make_backup(now))
-        return now->unread != 0 || !find_backup(now, backup) ||
-               report_failure(now, "The backup could not be made");
-    if (now->backup == BACKUP_VERBOSE)
+    if (!make_backup(state))
+        return state->unread != 0 || !find_backup(state, backup) ||
+               report_failure(state, "The backup could not be made");
+    if (state->backup == BACKUP_VERBOSE)
         report(REPORT_PLAIN, "vorn_sav_cfg",
                "save configuration - backup created of previous configuration file %s\n",
-               now->path);
-    now->backup = BACKUP_REPEATED;
+               state->path);
+    state->backup = BACKUP_REPEATED;
     return true;
 }
 
 // A file without text, such as a lost one, does not take the place of a backup
 // that has some.
-static bool has_lost_its_text(const private_update *now)
+static bool has_lost_its_text(const private_update *state)
 {
     char backup[VEK_PATH_SIZE];
-    file_state state;
-    return now->read.size == 0 && find_backup(now, backup) && platform_file_state(backup, &state) &&
-           state.size > 0;
+    file_state found;
+    return state->read.size == 0 && find_backup(state, backup) &&
+           platform_file_state(backup, &found) && found.size > 0;
 }
 
 // An update goes on without the backup that could not be made.
-bool back_up(private_update *now)
+bool back_up(private_update *state)
 {
-    if (now->backup == BACKUP_VERBOSE || now->backup == BACKUP_REPEATED)
-        return back_up_for_user(now);
-    if (now->backup == BACKUP_SILENT && !has_lost_its_text(now))
-        make_backup(now);
+    if (state->backup == BACKUP_VERBOSE || state->backup == BACKUP_REPEATED)
+        return back_up_for_user(state);
+    if (state->backup == BACKUP_SILENT && !has_lost_its_text(state))
+        make_backup(state);
     return true;
 }
 
 // The file did not open for its backup, but does for the new text.
-static bool report_unread(const private_update *now)
+static bool report_unread(const private_update *state)
 {
     char backup[VEK_PATH_SIZE];
-    find_backup(now, backup);
+    find_backup(state, backup);
     report(REPORT_ERROR, "vorn_sav_cfg", "Cannot create file '%s' : %s", backup,
-           strerror(now->unread));
-    return now->backup == BACKUP_SILENT || report_failure(now, "The backup could not be made");
+           strerror(state->unread));
+    return state->backup == BACKUP_SILENT || report_failure(state, "The backup could not be made");
 }
 
 // What can't be written can still be read.
-static bool report_unlocked(private_update *now)
+static bool report_unlocked(private_update *state)
 {
     if (errno == ETIMEDOUT)
-        return report_failure(now, "Another process has kept it locked for 10 seconds");
-    if (now->backup != BACKUP_VERBOSE || errno == ENXIO || back_up(now))
-        warn_of_unwritable_file(now->path);
+        return report_failure(state, "Another process has kept it locked for 10 seconds");
+    if (state->backup != BACKUP_VERBOSE || errno == ENXIO || back_up(state))
+        warn_of_unwritable_file(state->path);
     return false;
 }
 
 // A file that does not exist yet can't be locked: who is second to create it
 // begins again.  The text that a killed or failed update has left elsewhere is
 // the user's, who has to take it before there can be another update.
-bool lock_file(private_update *now)
+bool lock_file(private_update *state)
 {
     errno = ENAMETOOLONG;
-    now->lock = *now->path == '\0' ? -1 : platform_lock_file(now->path, now->deadline);
-    if (now->lock < 0 && errno != ENOENT)
-        return report_unlocked(now);
-    now->read = {};
-    if ((now->lock >= 0 && !platform_file_state(now->path, &now->read)) ||
-        !platform_follow_links(now->path, now->target, sizeof now->target))
-        return report_failure(now, strerror(errno));
-    const char *copy = now->lock < 0 ? nullptr : overwrite_find_loss(now->target);
+    state->lock = *state->path == '\0' ? -1 : platform_lock_file(state->path, state->deadline);
+    if (state->lock < 0 && errno != ENOENT)
+        return report_unlocked(state);
+    state->read = {};
+    if ((state->lock >= 0 && !platform_file_state(state->path, &state->read)) ||
+        !platform_follow_links(state->path, state->target, sizeof state->target))
+        return report_failure(state, strerror(errno));
+    const char *copy = state->lock < 0 ? nullptr : overwrite_find_loss(state->target);
     report_kept_text(copy);
     return copy == nullptr;
 }
 
-bool is_there_already(const private_update *now)
+bool is_there_already(const private_update *state)
 {
-    return now->only_creates && now->read.size > 0;
+    return state->only_creates && state->read.size > 0;
 }
 
-static bool copy_old_text(private_update *now)
+static bool copy_old_text(private_update *state)
 {
     int error = 0;
-    int result = copy_file_silently(now->path, now->copy, &error);
+    int result = copy_file_silently(state->path, state->copy, &error);
     if (result != 0) {
-        platform_remove_file(now->copy); // which may be there, empty
-        now->copy[0] = '\0';
+        platform_remove_file(state->copy); // which may be there, empty
+        state->copy[0] = '\0';
     }
-    return result == 0 && (error == 0 || report_failure(now, strerror(error)));
+    return result == 0 && (error == 0 || report_failure(state, strerror(error)));
 }
 
-static bool lock_temp_dir(private_update *now)
+static bool lock_temp_dir(private_update *state)
 {
     constexpr const char *reason = "Another process has kept its files locked for 10 seconds";
-    now->temp_lock = platform_lock_temp_dir();
-    return now->temp_lock >= 0 || report_failure(now, reason);
+    state->temp_lock = platform_lock_temp_dir();
+    return state->temp_lock >= 0 || report_failure(state, reason);
 }
 
-bool save_copy(private_update *now)
+bool save_copy(private_update *state)
 {
-    if (now->lock < 0)
+    if (state->lock < 0)
         return true;
-    if (now->mode == WRITE_TEMPLATE)
-        return now->unread == 0 || report_failure(now, strerror(now->unread));
-    if (!lock_temp_dir(now))
+    if (state->mode == WRITE_TEMPLATE)
+        return state->unread == 0 || report_failure(state, strerror(state->unread));
+    if (!lock_temp_dir(state))
         return false; // not reached: this process shares the directory only on Windows
     const char *dir = vorn_vek_tmp_file_path();
-    if (dir == nullptr || !text_join(now->copy, {dir, "tmp_cfg_file"}))
-        return report_failure(now, "There is no directory for temporary files");
-    if (!copy_old_text(now))
+    if (dir == nullptr || !text_join(state->copy, {dir, "tmp_cfg_file"}))
+        return report_failure(state, "There is no directory for temporary files");
+    if (!copy_old_text(state))
         return false;
-    if (!load_text(&now->old, now->copy))
-        return report_unopened(now->copy);
-    if (!now->old.is_whole)
-        return report_failure(now, strerror(EIO));
-    return now->unread == 0 || report_unread(now);
+    if (!load_text(&state->old, state->copy))
+        return report_unopened(state->copy);
+    if (!state->old.is_whole)
+        return report_failure(state, strerror(EIO));
+    return state->unread == 0 || report_unread(state);
 }
 
-static const char *mode_letters(const private_update *now, bool creates)
+static const char *mode_letters(const private_update *state, bool creates)
 {
-    bool as_text = now->mode == WRITE_TEMPLATE || now->mode == WRITE_SAVE;
+    bool as_text = state->mode == WRITE_TEMPLATE || state->mode == WRITE_SAVE;
     if (creates)
         return as_text ? "w" : "wb";
     return as_text ? "r+" : "r+b";
 }
 
-static bool opens_for_writing(const private_update *now)
+static bool opens_for_writing(const private_update *state)
 {
-    FILE *file = platform_open_to_write(now->path, mode_letters(now, false));
+    FILE *file = platform_open_to_write(state->path, mode_letters(state, false));
     if (file == nullptr)
-        return report_unopened(now->path);
+        return report_unopened(state->path);
     fclose(file);
     return true;
 }
 
-bool write_new_file(private_update *now)
+bool write_new_file(private_update *state)
 {
-    const bool is_new = now->lock < 0;
-    if (now->text.is_cut)
-        return report_failure(now, strerror(ENOMEM));
-    if (!is_new && !opens_for_writing(now))
+    const bool is_new = state->lock < 0;
+    if (state->text.is_cut)
+        return report_failure(state, strerror(ENOMEM));
+    if (!is_new && !opens_for_writing(state))
         return false;
-    if (!platform_create_beside(&now->made, now->target, is_new ? NEW_FILE : NEW_FILE_EXACT,
-                                now->target, mode_letters(now, true))) {
+    if (!platform_create_beside(&state->made, state->target, is_new ? NEW_FILE : NEW_FILE_EXACT,
+                                state->target, mode_letters(state, true))) {
         if (is_new)
-            return warn_of_unwritable_file(now->path);
-        return platform_must_overwrite() || report_failure(now, strerror(errno));
+            return warn_of_unwritable_file(state->path);
+        return platform_must_overwrite() || report_failure(state, strerror(errno));
     }
-    if (platform_write(now->made.stream, now->text.bytes, now->text.length) &&
-        platform_finish(&now->made))
+    if (platform_write(state->made.stream, state->text.bytes, state->text.length) &&
+        platform_finish(&state->made))
         return true;
-    return report_failure(now, strerror(errno));
+    return report_failure(state, strerror(errno));
 }
 
-static bool put_in_place(private_update *now, const char **left)
+static bool put_in_place(private_update *state, const char **left)
 {
-    if (now->lock < 0)
-        return platform_place(&now->made, now->target);
-    if (now->made.path[0] != '\0') {
-        if (platform_replace(&now->made, now->target))
+    if (state->lock < 0)
+        return platform_place(&state->made, state->target);
+    if (state->made.path[0] != '\0') {
+        if (platform_replace(&state->made, state->target))
             return true;
         if (!platform_must_overwrite())
             return false;
     }
-    return overwrite_file(now->target, mode_letters(now, false), now->text.bytes, now->text.length,
-                          left);
+    return overwrite_file(state->target, mode_letters(state, false), state->text.bytes,
+                          state->text.length, left);
 }
 
 // Nobody is told of a failure before the file has its old text again.
-update_result replace(private_update *now)
+update_result replace(private_update *state)
 {
     file_state present = {};
-    platform_file_state(now->path, &present);
-    if (!platform_same_state(&present, &now->read))
+    platform_file_state(state->path, &present);
+    if (!platform_same_state(&present, &state->read))
         return UPDATE_AGAIN;
     const char *left = nullptr; // a copy of the old text
-    if (put_in_place(now, &left) && platform_sync_dir_of(now->target))
+    if (put_in_place(state, &left) && platform_sync_dir_of(state->target))
         return UPDATED;
-    if (now->lock < 0 && errno == EEXIST)
+    if (state->lock < 0 && errno == EEXIST)
         return UPDATE_AGAIN;
-    report_failure(now, strerror(errno));
+    report_failure(state, strerror(errno));
     report_kept_text(left);
     return NOT_UPDATED;
 }
 
-void remove_copies(private_update *now)
+void remove_copies(private_update *state)
 {
     char path[VEK_PATH_SIZE];
-    text_copy(path, now->copy);
-    platform_discard(&now->made);
-    builder_release(&now->text);
-    release_text(&now->old);
+    text_copy(path, state->copy);
+    platform_discard(&state->made);
+    builder_release(&state->text);
+    release_text(&state->old);
     if (path[0] != '\0')
         vorn_vek_delete_file_silent(path);
-    now->old = {};
-    now->copy[0] = '\0';
+    state->old = {};
+    state->copy[0] = '\0';
 }
 
-void unlock_file(private_update *now)
+void unlock_file(private_update *state)
 {
-    platform_unlock_temp_dir(now->temp_lock);
-    if (now->lock >= 0)
-        platform_unlock(now->lock);
-    now->temp_lock = 0;
-    now->lock = -1;
+    platform_unlock_temp_dir(state->temp_lock);
+    if (state->lock >= 0)
+        platform_unlock(state->lock);
+    state->temp_lock = 0;
+    state->lock = -1;
 }

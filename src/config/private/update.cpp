@@ -12,28 +12,28 @@
 #include <cstring>
 
 // Returns 1 if the file has been written, else 0.
-static int update(private_update *now)
+static int update(private_update *state)
 {
     constexpr int most_tries = 5;
     update_result result = UPDATE_AGAIN;
-    now->deadline = platform_clock() + 10000;
+    state->deadline = platform_clock() + 10000;
     for (int tries = 0; result == UPDATE_AGAIN && tries < most_tries; ++tries) {
         result = NOT_UPDATED;
-        if (!lock_file(now)) {
+        if (!lock_file(state)) {
             // else another process's change could be lost
-        } else if (is_there_already(now)) {
+        } else if (is_there_already(state)) {
             result = UPDATED;
-        } else if (back_up(now) &&   // what the user can return to
-                   save_copy(now)) { // what the new text is made from
-            compose_text(&now->text, &now->old, now->mode, now->name);
-            if (write_new_file(now))   // beside the old one, and on the disk
-                result = replace(now); // in one step, unless the old one has changed
+        } else if (back_up(state) &&   // what the user can return to
+                   save_copy(state)) { // what the new text is made from
+            compose_text(&state->text, &state->old, state->mode, state->name);
+            if (write_new_file(state))   // beside the old one, and on the disk
+                result = replace(state); // in one step, unless the old one has changed
         }
-        remove_copies(now);
-        unlock_file(now);
+        remove_copies(state);
+        unlock_file(state);
     }
     if (result == UPDATE_AGAIN)
-        report_failure(now, "Another program keeps changing it");
+        report_failure(state, "Another program keeps changing it");
     return result == UPDATED ? 1 : 0;
 }
 
@@ -54,24 +54,24 @@ static write_mode mode_of(const char *tag)
 
 // The texts are copied: they may lie in buffers that naming a file overwrites.
 // Without a path it is that of the user's file.
-static void start_update(private_update *now, const char *path, write_mode mode, const char *name)
+static void start_update(private_update *state, const char *path, write_mode mode, const char *name)
 {
-    *now = {};
-    now->lock = -1;
-    now->mode = mode;
-    text_copy(now->name, text_or_empty(name));
+    *state = {};
+    state->lock = -1;
+    state->mode = mode;
+    text_copy(state->name, text_or_empty(name));
     if (path != nullptr)
-        text_copy(now->path, path);
+        text_copy(state->path, path);
     else
-        vek_private_cfg_path(now->path);
+        vek_private_cfg_path(state->path);
 }
 
 int _vek_print_cfg_file(const char *tag, const char *path, const char *name)
 {
-    private_update now;
-    start_update(&now, path, mode_of(tag), name);
-    now.only_creates = now.mode == WRITE_TEMPLATE;
-    return update(&now);
+    private_update state;
+    start_update(&state, path, mode_of(tag), name);
+    state.only_creates = state.mode == WRITE_TEMPLATE;
+    return update(&state);
 }
 
 int vorn_wrt_cfg(const char *tag, const char *name)
@@ -79,25 +79,25 @@ int vorn_wrt_cfg(const char *tag, const char *name)
     const char *wish = getenv("KLV_UPDATE_CFG");
     if (wish != nullptr && strcmp(wish, "no") == 0)
         return 1;
-    private_update now;
-    start_update(&now, nullptr, mode_of(tag), name);
-    now.backup = BACKUP_SILENT;
-    return update(&now);
+    private_update state;
+    start_update(&state, nullptr, mode_of(tag), name);
+    state.backup = BACKUP_SILENT;
+    return update(&state);
 }
 
 int vorn_sav_cfg()
 {
-    private_update now;
-    start_update(&now, nullptr, WRITE_SAVE, nullptr);
+    private_update state;
+    start_update(&state, nullptr, WRITE_SAVE, nullptr);
     switch (vc_alert("alert",
                      "Private configuration file will be modified\n"
                      "             Choose write mode",
                      "Overwrite", "Backup", "Cancel", 2)) {
     case 1:
-        return update(&now);
+        return update(&state);
     case 2:
-        now.backup = BACKUP_VERBOSE;
-        return update(&now);
+        state.backup = BACKUP_VERBOSE;
+        return update(&state);
     case 3:
         return -1;
     default:
