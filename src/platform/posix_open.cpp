@@ -1,6 +1,7 @@
 #include "platform/posix_open.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -24,11 +25,20 @@ static int open_retrying(const char *path, int flags, mode_t mode)
     }
 }
 
+// One call, which waits for nothing.
+static bool standard_descriptors_are_open()
+{
+    pollfd streams[] = {{STDIN_FILENO, 0, 0}, {STDOUT_FILENO, 0, 0}, {STDERR_FILENO, 0, 0}};
+    return poll(streams, 3, 0) == 0;
+}
+
 // Take the free descriptors up to that of standard error, so that no file gets them.
-// Returns how many: they are the last of `taken`.
+// Returns how many: they are the first of `taken`.
 static int take_standard_descriptors(int (&taken)[STDERR_FILENO + 1])
 {
     int count = 0;
+    if (standard_descriptors_are_open())
+        return 0;
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
         if (fcntl(stream, F_GETFD) < 0)
             taken[count++] = open("/dev/null", O_RDWR | O_CLOEXEC);
