@@ -21,9 +21,9 @@ static void warn_of_missing_directory(const vek_db_rec *db, const vek_tbl_rec *t
 
 // What a database's directory has, while its table directories are made.
 struct db_dir {
-    open_dir *open;        // null: each table is looked for by its path
-    bool is_listed;        // what is not listed is not there
-    bool cwd_is_reachable; // else no directory counts as there
+    open_dir *open; // null: each table is looked for by its path
+    bool is_listed; // what is not listed is not there
+    bool cwd_ok;    // else no directory counts as there
 };
 
 // The part of a table's path after that of its database.
@@ -37,7 +37,7 @@ static const char *path_in_db(const vek_tbl_rec *table)
 
 static bool dir_is_accessible(const db_dir *dir, const vek_tbl_rec *table)
 {
-    return dir->cwd_is_reachable &&
+    return dir->cwd_ok &&
            (dir->open == nullptr ? platform_dir_is_accessible(table->full_path)
                                  : platform_dir_in_is_accessible(dir->open, path_in_db(table)));
 }
@@ -94,27 +94,26 @@ static bool list_tables(const vek_db_rec *db, open_dir *dir, int unseen)
 
 // Listing a directory is one request for many tables to a file server, which keeps
 // those in mind that were looked for before.
-static db_dir open_db_dir(const vek_db_rec *db, int last_cfg_index)
+static db_dir open_db_dir(const vek_db_rec *db, int last_cfg_index, bool cwd_ok)
 {
     constexpr int few = 4;
-    db_dir dir = {nullptr, false, cwd_is_reachable()};
+    db_dir dir = {nullptr, false, cwd_ok};
     int unseen = count_unseen(db, last_cfg_index);
-    if (unseen > few && dir.cwd_is_reachable)
+    if (unseen > few && dir.cwd_ok)
         dir.open = platform_open_dir(db->path);
     if (dir.open != nullptr)
         dir.is_listed = list_tables(db, dir.open, unseen);
     return dir;
 }
 
-// Make the directories of the tables whose index is not above the last.  The
-// current directory stays the same meanwhile, so it is looked at once.
-// Returns 1 if one could not be made.
-static int make_directories(const vek_db_rec *db, int last_cfg_index)
+// Make the directories of the tables whose index is not above the last.  Returns 1 if
+// one could not be made.
+static int make_directories(const vek_db_rec *db, int last_cfg_index, bool cwd_ok)
 {
     int result = 0;
     if (db->tbl_count == 0)
         return 0;
-    db_dir dir = open_db_dir(db, last_cfg_index);
+    db_dir dir = open_db_dir(db, last_cfg_index, cwd_ok);
     for (int i = 0; i < db->tbl_count; ++i) {
         vek_tbl_rec *table = db->tbls[i];
         if (is_wanted(table, last_cfg_index)) {
@@ -131,12 +130,14 @@ static int make_directories(const vek_db_rec *db, int last_cfg_index)
     return result;
 }
 
-// A database gets the tables of its own file and of the files before it.
+// A database gets the tables of its own file and of the files before it.  The current
+// directory stays the same meanwhile, so it is looked at once.
 static int make_in_all_databases()
 {
     int result = 0;
+    const bool cwd_ok = cwd_is_reachable();
     for (int level = 1; level <= db_count(); ++level)
-        result |= make_directories(db_at(level), db_at(level)->cfg_index);
+        result |= make_directories(db_at(level), db_at(level)->cfg_index, cwd_ok);
     return result;
 }
 
@@ -144,9 +145,10 @@ static int make_in_all_databases()
 static int make_in_private_databases()
 {
     int result = 0;
+    const bool cwd_ok = cwd_is_reachable();
     for (int level = 1; level <= db_count(); ++level)
         if (db_at(level)->cfg_index == vek_private_cfg_index)
-            result |= make_directories(db_at(level), INT_MAX);
+            result |= make_directories(db_at(level), INT_MAX, cwd_ok);
     return result;
 }
 
@@ -157,7 +159,7 @@ int vek_upd_vek_tbls(int selector)
     if (selector == -2)
         return make_in_private_databases();
     const vek_db_rec *db = db_at(selector);
-    return db == nullptr ? 0 : make_directories(db, db->cfg_index);
+    return db == nullptr ? 0 : make_directories(db, db->cfg_index, cwd_is_reachable());
 }
 
 static void keep_files(char (*cfg_files)[VEK_CFG_PATH_SIZE])
