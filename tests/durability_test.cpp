@@ -436,12 +436,16 @@ TEST_F(Durability, FilesDoNotGetTheDescriptorsOfClosedStreams)
         for (int stream : {0, 1, 2})
             open_streams += fcntl(stream, F_GETFD) == -1 ? "" : std::to_string(stream);
     };
+    for (const char *table : {"a a.tbl a", "b b.tbl b", "c c.tbl c"})
+        add_table(table);
     EXPECT_EQ(run_in_child([] {
                   for (int stream : {0, 1, 2})
                       close(stream);
-                  return std::to_string(vorn_wrt_cfg("x", nullptr)) + open_streams;
+                  return std::to_string(vorn_wrt_cfg("x", nullptr)) +
+                         std::to_string(vorn_vek_db_add("new", "new.vek", 1)) + open_streams;
               }),
-              "1");
+              "10");
+    EXPECT_EQ(listing("new.vek").size(), 5u);
 }
 
 // Runs an operation as a user who is not root, if this process may become one.

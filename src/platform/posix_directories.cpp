@@ -34,12 +34,16 @@ bool platform_make_dir(const char *path)
     return posix_retry([&] { return mkdir(path, 0777); }) == 0;
 }
 
+// Of a process that has closed a standard stream none is opened: its descriptor would be
+// taken.
 open_dir *platform_open_dir(const char *path)
 {
-    int file = posix_open(path, O_RDONLY | O_DIRECTORY);
-    DIR *dir = file < 0 ? nullptr : fdopendir(file);
-    if (dir == nullptr && file >= 0)
-        close(file); // not reached: there is memory
+    DIR *dir = nullptr;
+    posix_retry([&] { return (dir = opendir(path)) == nullptr ? -1 : 0; });
+    if (dir != nullptr && dirfd(dir) <= STDERR_FILENO) {
+        closedir(dir);
+        dir = nullptr;
+    }
     return reinterpret_cast<open_dir *>(dir);
 }
 
