@@ -1,14 +1,20 @@
-# Turns the plain comments of include/vek.h into comments that Doxygen takes.
+# Converts the plain comments of include/vek.h to comments that Doxygen takes.
 # The header is a manual to be read as text, so it carries no markup:
 #
 #   /* ---- Title ---- ...    becomes a group, which lasts to the next one
 #   a comment before VEK_API  becomes the entry of each declaration below it
-#   a comment behind a #define becomes its entry
+#   a comment after a #define becomes its entry
 #   the first comment         becomes a group of its own, the rules for all
 #   all other comments        stay plain
 #
-# "Result:", "Prints" and "until:" begin paragraphs, and the names of
-# operations become links.
+# An entry is a summary, prose, and then sections.  A section's label takes the
+# first 12 columns of a line:
+#
+#   Parameters  name  text     becomes @param, where the declaration has the name
+#   Returns     text, or rows  becomes @return, or a @retval for each "code  text"
+#   Prints, Overwrites, Lifetime  become paragraphs under that title
+#
+# The names of operations become links.
 
 BEGIN {
     while ((getline name < "src/exports.txt") > 0)
@@ -49,7 +55,7 @@ declared > 0 { write_entries() }
 
 END { if (declared > 0) write_entries() }
 
-# Take a line of a comment, and act on the comment at its end.
+# Add a line to the comment, and handle the comment at its end.
 function take(    line, is_last) {
     line = $0
     is_last = sub(/ *\*\/ *$/, "", line)
@@ -99,7 +105,7 @@ function close_group() {
     in_group = 0
 }
 
-# The comment's lines from `first` on, behind `command`.
+# The comment's lines from `first` on, after `command`.
 function write_comment(command, first, has_labels,    i, text) {
     text = ""
     for (i = first; i <= count; ++i)
@@ -109,7 +115,7 @@ function write_comment(command, first, has_labels,    i, text) {
 
 # "Texts    A text ends ..." as a list entry.
 function label(line,    word) {
-    if (line !~ /^[A-Z][a-z]+  +[A-Z"]/) {
+    if (line !~ /^[A-Z][a-z]+  +[A-Z0-9"]/) {
         sub(/^ +/, "  ", line)
         return line
     }
@@ -119,25 +125,81 @@ function label(line,    word) {
     return "- **" word ":** " line
 }
 
-function write_entries(    i, j, text, siblings) {
-    text = ""
-    for (i = 1; i <= entry_count; ++i)
-        text = text (i > 1 ? "\n" : "") entry[i]
+function write_entries(    i, siblings) {
+    split_entry()
     siblings = ""
-    if (declared > 1 && entry_count > 0) {
+    if (declared > 1) {
         siblings = "\n\nOne entry for "
         for (i = 1; i <= declared; ++i)
             siblings = siblings (i == 1 ? "" : i == declared ? " and " : ", ") \
                        name_of(declarations[i])
-        siblings = siblings ", in this order."
+        siblings = siblings "."
     }
     for (i = 1; i <= declared; ++i) {
         if (entry_count > 0)
-            print "/** " brief(text) body(text siblings) " */"
+            print "/** " brief(prose) body(prose siblings) sections(declarations[i]) " */"
         printf "%s\n", declarations[i]
     }
     declared = 0
     entry_count = 0
+}
+
+# Split the entry into its prose and its items, each with a label and, in a row,
+# a key: the name of a parameter or a code.
+function split_entry(    i, line, section) {
+    prose = ""
+    section = ""
+    item_count = 0
+    for (i = 1; i <= entry_count; ++i) {
+        line = entry[i]
+        if (substr(line, 1, 12) ~ /^(Parameters|Returns|Prints|Overwrites|Lifetime) +$/) {
+            section = substr(line, 1, 12)
+            sub(/ +$/, "", section)
+            add_item(section, substr(line, 13), 1)
+        } else if (section != "") {
+            add_item(section, substr(line, 13), 0)
+        } else {
+            prose = prose (i > 1 ? "\n" : "") line
+        }
+    }
+}
+
+function add_item(section, line, is_first,    key) {
+    key = ""
+    if (section == "Parameters" && match(line, /^[a-z_]+  +/) ||
+        section == "Returns" && match(line, /^-?[0-9]+(-[0-9]+)?  +/)) {
+        key = substr(line, 1, RLENGTH)
+        line = substr(line, RLENGTH + 1)
+        sub(/ +$/, "", key)
+    }
+    if (is_first || key != "") {
+        item_label[++item_count] = section
+        item_key[item_count] = key
+        item_text[item_count] = line
+    } else {
+        sub(/^ +/, "", line)
+        item_text[item_count] = item_text[item_count] "\n" line
+    }
+}
+
+# The items of a declaration.  A function without a result has no "Returns".
+function sections(declaration,    i, text, command) {
+    text = ""
+    for (i = 1; i <= item_count; ++i) {
+        if (item_label[i] == "Parameters") {
+            if (declaration !~ "[ *(]" item_key[i] "[,)]")
+                continue
+            command = "@param " item_key[i] " "
+        } else if (item_label[i] == "Returns") {
+            if (declaration ~ /^void /)
+                continue
+            command = item_key[i] == "" ? "@return " : "@retval " item_key[i] " "
+        } else {
+            command = "@par " item_label[i] "\n"
+        }
+        text = text "\n\n" command body(item_text[i])
+    }
+    return text
 }
 
 function name_of(text) {
@@ -146,8 +208,8 @@ function name_of(text) {
     return text
 }
 
-# The first sentence, for the lists of operations.  Two blanks or a line end
-# stand behind it.
+# The first sentence, for the lists of operations.  Two spaces or a newline
+# follow it.
 function brief(text) {
     sub(/^\n+/, "", text)
     if (match(text, /\n\n/))
@@ -158,11 +220,11 @@ function brief(text) {
 }
 
 function body(text) {
-    return paragraphs(link(escape(text)))
+    return link(escape(text))
 }
 
 # What Doxygen would take for markup.  It takes all between two quotes as it is,
-# so quotes go, too.  An empty pair of tags keeps "file://" from becoming a link.
+# so quotes are escaped, too.  An empty pair of tags keeps "file://" from becoming a link.
 function escape(text) {
     gsub(/\\/, "\\\\\\\\", text)
     gsub(/&/, "\\&amp;", text)
@@ -173,7 +235,7 @@ function escape(text) {
     return text
 }
 
-# Names in quotes are texts, not operations.
+# Names in quotes are strings, not operations.
 function link(text,    done, before, word) {
     done = ""
     while (match(text, /[A-Za-z_][A-Za-z_0-9]*/)) {
@@ -187,11 +249,4 @@ function link(text,    done, before, word) {
         done = done before word
     }
     return done text
-}
-
-function paragraphs(text) {
-    gsub(/(  |\n)Result: /, "\n\n<b>Result:</b> ", text)
-    gsub(/\.(  |\n)Prints /, ".\n\n<b>Prints</b> ", text)
-    gsub(/(  |\n)until: /, "\n\n<b>Until:</b> ", text)
-    return text
 }
