@@ -5,7 +5,7 @@
 #   a comment before VEK_API  becomes the entry of each declaration below it
 #   a comment after a #define becomes its entry
 #   the first comment         becomes a group of its own, the rules for all
-#   all other comments        stay plain
+#   all other comments        are left as they are
 #
 # An entry is a summary, prose, and then sections.  A section's label takes the
 # first 12 columns of a line:

@@ -113,8 +113,8 @@ VEK_API void vek_abort(const char *caller, const char *text);
    Parameters  name  The empty string or the product's name for a product
                      session, the name of a plug-in, or
                      "f2c_vorn_vek_cfg_env_read" for a solver run.
-   Returns     That of vorn_vek_init.  In a solver run 0, or 1 if a file did not
-               open or its last setting failed.
+   Returns     Outside a solver run that of vorn_vek_init.  In a solver run 0,
+               or 1 if a file did not open or its last setting failed.
                -1  The name has VEK_START_NAME_SIZE or more characters, or
                    vek_chk_cfg_files did not return 0.  The next call then
                    counts as the first.
@@ -627,7 +627,7 @@ VEK_API int vek_tbl_read(const char *statement, int cfg_index);
 VEK_API void vek_tbl_add(int position, const char *file_class, const char *dir, const char *ext,
                          int cfg_index);
 
-/* Return what belongs to a class or an extension.
+/* Look up the extension, the class or the table's directory name.
 
    Parameters  ext  May carry a version, ";" and what follows, which is not
                     compared.
