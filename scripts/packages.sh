@@ -1,9 +1,9 @@
 # shellcheck shell=bash
-# Shell functions that the scripts here share; to be read with ".".
+# Shell functions that the scripts share.  Sourced with ".".
 
 # need_packages PACKAGE:PROBE...
-# Installs the packages whose probe is missing.  A probe is a command or, if it
-# holds a "/", a header or a pattern for whole paths.
+# Installs the packages whose probe is missing.  A probe is a command; with a "/", a
+# header; with a "/" at its start, a pattern for absolute paths.
 need_packages() {
     local missing=() pair
     for pair in "$@"; do
@@ -30,7 +30,7 @@ install_packages() {
         as_root=(sudo)
     fi
     if ! command -v apt-get >/dev/null || ! command -v "${as_root[0]:-true}" >/dev/null; then
-        echo "These packages (Debian's names) are missing and can't be installed from here: $*" >&2
+        echo "These packages (names of Debian) are missing and cannot be installed by this script: $*" >&2
         echo "Install them, for instance with: apt-get install $*" >&2
         exit 1
     fi
