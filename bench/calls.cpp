@@ -1,4 +1,4 @@
-// A start and searches, once each, for strace.
+// A start and some searches, once each, to be traced by strace.
 
 #include "tree.h"
 
@@ -8,7 +8,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-// A call that strace shows: what follows it is the named part's.
+// A system call that marks the beginning of the named part in the trace.
 static void mark(const char *part)
 {
     access((std::string("/mark/") + part).c_str(), F_OK);
@@ -17,8 +17,8 @@ static void mark(const char *part)
 void run_calls_once(const tree &made, bool is_cold)
 {
     const sample &one = made.samples[made.samples.size() / 2];
-    int nowhere = open("/dev/null", O_WRONLY);
-    dup2(nowhere, STDOUT_FILENO);
+    int null_device = open("/dev/null", O_WRONLY);
+    dup2(null_device, STDOUT_FILENO);
     if (is_cold)
         remove_table_dirs(made);
     mark(is_cold ? "cold start" : "warm start");

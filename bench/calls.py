@@ -1,11 +1,11 @@
 #!/usr/bin/python3
-"""calls.py STRACE DATABASES TABLES - count the system calls of each part that
-"vek_bench calls" marks, beside those of the part's baseline.
+"""calls.py TRACE DATABASES TABLES - count the system calls of each part that
+"vek_bench calls" marks, and print the count of the part's baseline alongside.
 
-A directory test reads the current directory, changes and changes back; a probe
-creates a file, closes and removes it; a file is looked for by an open and a
-close.  The two configuration files are looked for, and then opened, by the pass
-over their ENVIRONMENT statements and by the start.
+In the baseline, a directory test reads the current directory, changes to the directory
+and changes back.  A probe creates a file, closes it and removes it.  Looking for a file
+takes an open and a close.  Two passes, that over the ENVIRONMENT statements and the
+start itself, look for each of the two configuration files and then open it.
 """
 
 import collections
@@ -14,13 +14,13 @@ import sys
 
 NOTES = {"brk": "for memory", "mmap": "for memory", "read": "of the configuration files"}
 NAMES = {"openat": "open", "newfstatat": "stat", "mkdirat": "mkdir", "getdents64": "getdents"}
-FILES = 2 * 2 * 2  # times that a configuration file is opened
+FILES = 2 * 2 * 2  # opens of configuration files
 
 
 def baseline(part, databases, tables):
     tests = databases * (1 + tables)
     if part.endswith("start"):
-        made = databases * tables if part == "cold start" else 0  # whose test fails before
+        made = databases * tables if part == "cold start" else 0  # their test fails first
         return {"getcwd": tests, "chdir": 2 * tests - made, "mkdir": made,
                 "open": databases + FILES, "close": databases + FILES, "unlink": databases}
     return {"search, hit": {"open": 1, "close": 1}, "search, miss": {"open": 1},

@@ -1,4 +1,4 @@
-// Copying a file.
+// Copying files.
 
 #include "parts.h"
 
@@ -22,7 +22,7 @@ static bool copy_by_library(std::string &from, std::string &to)
     return vorn_vek_copy_file2file_silent(from.data(), to.data()) == 0;
 }
 
-// In the blocks that the library takes.
+// With blocks of the library's size.
 static bool copy_in_a_loop(std::string &from, std::string &to)
 {
     static char block[32768];
@@ -52,7 +52,7 @@ static void add(const tree &made, const std::string &name, size_t size,
                 bool (*copy)(std::string &from, std::string &to))
 {
     const std::string from = made.home + "/from" + std::to_string(size);
-    const std::string to = made.home + "/to" + std::to_string(size); // a target is emptied first
+    const std::string to = made.home + "/to" + std::to_string(size); // every copy truncates it
     std::ofstream(from) << std::string(size, 'x');
     benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State &state) {
         std::string source = from, target = to;
@@ -60,7 +60,7 @@ static void add(const tree &made, const std::string &name, size_t size,
             if (!copy(source, target))
                 state.SkipWithError("not copied");
         if (std::filesystem::file_size(target) != size)
-            state.SkipWithError("cut");
+            state.SkipWithError("truncated");
     })->UseRealTime();
 }
 

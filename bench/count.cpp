@@ -1,6 +1,6 @@
-// What is done in memory, for callgrind to count: one run over all samples of
-// each operation, whose counts are dumped under its name.  The tree is reached
-// by a path that is the same everywhere, since paths are compared.
+// The operations in memory, to be counted by callgrind.  Each runs once over all samples,
+// and its counts are dumped under its name.  The path of the tree is relative, so that
+// it is the same everywhere: the counts of comparing paths depend on it.
 
 #include "tree.h"
 
@@ -31,7 +31,7 @@ int main()
     if (!start_session())
         return 1;
     for (auto [name, run] : operations) {
-        for (const sample &one : made.samples) // functions are bound at their first call
+        for (const sample &one : made.samples) // lazy binding at the first call does not count
             run(one);
         CALLGRIND_ZERO_STATS;
         for (const sample &one : made.samples)

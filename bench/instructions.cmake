@@ -1,16 +1,16 @@
-# Count the instructions of the operations that work in memory alone, and compare
-# them with the table.  -DPROGRAM, -DVALGRIND, -DTABLE, -DWORK_DIR
+# Count the instructions of the operations in memory, and compare them with the table.
+# Parameters: -DPROGRAM, -DVALGRIND, -DTABLE, -DWORK_DIR
 
-set(samples 40) # of a tree
+set(samples 40) # in the tree
 file(REMOVE_RECURSE ${WORK_DIR})
 file(MAKE_DIRECTORY ${WORK_DIR})
 execute_process(
   COMMAND ${VALGRIND} --tool=callgrind --callgrind-out-file=counts ${PROGRAM}
   WORKING_DIRECTORY ${WORK_DIR}
   RESULT_VARIABLE result
-  ERROR_VARIABLE words)
+  ERROR_VARIABLE errors)
 if(NOT result EQUAL 0)
-  message(FATAL_ERROR "The operations do not run: ${words}")
+  message(FATAL_ERROR "The operations failed: ${errors}")
 endif()
 
 file(STRINGS ${TABLE} rows REGEX "^[^#]")
@@ -31,7 +31,7 @@ foreach(dump ${dumps})
   math(EXPR difference "(${count} - ${expected}) * 10")
   if(difference GREATER expected OR difference LESS -${expected})
     set(result 1)
-    set(verdict ", which is more than a tenth off")
+    set(verdict ", more than a tenth off")
   else()
     set(verdict "")
   endif()

@@ -1,7 +1,6 @@
-// vek_bench PART DATABASES TABLES [FLAG...] - one part of the benchmark on a
-// tree of that size.  The flags are those of Google Benchmark.  The part "calls"
-// runs a warm start and some searches once, between marks for strace; the part
-// "cold-calls" runs a cold start.
+// vek_bench PART DATABASES TABLES [FLAG...] - run one part of the benchmark on a tree of
+// that size.  The flags are those of Google Benchmark.  The parts "calls" (a warm start
+// and some searches) and "cold-calls" (a cold start) run once, between marks for strace.
 
 #include "parts.h"
 
@@ -11,7 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 
-static int run(int count, char **words, const tree &made, const char *part)
+static int run(int count, char **arguments, const tree &made, const char *part)
 {
     if (strcmp(part, "calls") == 0 || strcmp(part, "cold-calls") == 0) {
         run_calls_once(made, strcmp(part, "cold-calls") == 0);
@@ -25,22 +24,22 @@ static int run(int count, char **words, const tree &made, const char *part)
         add_copies(made);
     benchmark::AddCustomContext("databases", std::to_string(made.databases));
     benchmark::AddCustomContext("tables", std::to_string(made.tables));
-    benchmark::Initialize(&count, words);
+    benchmark::Initialize(&count, arguments);
     return benchmark::RunSpecifiedBenchmarks() > 0 ? 0 : 1;
 }
 
-int main(int count, char **words)
+int main(int count, char **arguments)
 {
     if (count < 4) {
         fprintf(stderr,
                 "usage: %s start|session|copy|calls|cold-calls DATABASES TABLES [FLAG...]\n",
-                words[0]);
+                arguments[0]);
         return 2;
     }
-    const tree made = make_tree(temporary_directory(), atoi(words[2]), atoi(words[3]));
-    const char *part = words[1];
-    words[3] = words[0];
-    int result = run(count - 3, words + 3, made, part);
+    const tree made = make_tree(temporary_directory(), atoi(arguments[2]), atoi(arguments[3]));
+    const char *part = arguments[1];
+    arguments[3] = arguments[0];
+    int result = run(count - 3, arguments + 3, made, part);
     remove_tree(made);
     return result;
 }

@@ -1,4 +1,4 @@
-// A measure that does the same for one sample of the tree after the other.
+// A measure that runs the same work on one sample of the tree after the other.
 
 #pragma once
 

@@ -1,13 +1,12 @@
 #!/usr/bin/python3
-"""plot.py PICTURE [RESULT.json...] [RESULT.txt...] - draw how cost grows.
+"""plot.py PLOT [RESULT.json...] [RESULT.txt...] - plot how cost grows.
 
-Results of vek_bench: each measure has a panel, with the time of the library and of
-what it is held against over the number of tables, and a line for each number of
-databases.
+Results of vek_bench: each measure has a panel that shows the time of the library and
+of the baseline over the number of tables, with a line for each number of databases.
 
-Results of vek_share: a warm and a cold start have a panel, with the time of the
-library and of the minimum over the time that a request takes, and a line for each
-size of the tree.
+Results of vek_share: the warm and the cold start have a panel each, which shows the
+time of the library and of the minimum over the time that a request takes, with a line
+for each size of the tree.
 """
 
 import sys
@@ -65,13 +64,13 @@ def main():
     rows = 2 * bool(memory) + bool(share)
     figure = pyplot.figure(figsize=(9, 3 * rows))
     if memory:
-        for place, measure in enumerate(PANELS, 1):
-            draw(figure.add_subplot(rows, 3, place), measure, memory)
+        for index, measure in enumerate(PANELS, 1):
+            draw(figure.add_subplot(rows, 3, index), measure, memory)
         figure.legend(*figure.axes[0].get_legend_handles_labels(), loc="lower center", ncols=2,
                       frameon=False)
     if share:
-        for place, measure in enumerate(SHARE_PANELS, 3 * rows - 2):
-            draw_share(figure.add_subplot(rows, 3, place), measure, share)
+        for index, measure in enumerate(SHARE_PANELS, 3 * rows - 2):
+            draw_share(figure.add_subplot(rows, 3, index), measure, share)
         lines = figure.axes[-1].get_legend_handles_labels()
         key = figure.add_subplot(rows, 3, 3 * rows, frameon=False, xticks=[], yticks=[])
         key.legend(*lines, loc="center left", frameon=False)

@@ -1,4 +1,4 @@
-// Operations of a running session: searches, and what is done in memory.
+// Operations of a running session: searches, and operations in memory.
 
 #include "measure.h"
 #include "parts.h"
@@ -22,8 +22,8 @@ static void open_and_close(const std::string &path)
         close(file);
 }
 
-// A directory opens as well, so what has opened has to be looked at.
-static void open_look_and_close(const std::string &path)
+// A directory opens as well, so the type of the opened file has to be checked.
+static void open_stat_and_close(const std::string &path)
 {
     struct stat status;
     int file = open(path.c_str(), O_RDONLY);
@@ -36,14 +36,14 @@ static void add_searches(const tree &made)
     add_measure(made, "search, hit/vek", [](const sample &one) { search(one, one.alias); });
     add_measure(made, "search, hit/baseline", [](const sample &one) { open_and_close(one.path); });
     add_measure(made, "search, hit/minimum",
-                [](const sample &one) { open_look_and_close(one.path); });
+                [](const sample &one) { open_stat_and_close(one.path); });
     add_measure(made, "search, miss/vek",
                 [](const sample &one) { search(one, one.missing_alias); });
     add_measure(made, "search, miss/baseline",
                 [](const sample &one) { open_and_close(one.missing_path); });
 }
 
-// The walk comes after the search of the name itself, so that is in the baseline, too.
+// The walk comes after a search for the name itself, so the baseline includes that, too.
 static void add_walk(const tree &made)
 {
     add_measure(made, "level walk, miss/vek", [](const sample &one) {
@@ -75,7 +75,7 @@ static void add_lookups(const tree &made)
     add_measure(made, "name to level/vek", [](const sample &one) {
         benchmark::DoNotOptimize(vorn_vek_db2level(one.database.c_str()));
     });
-    // Its extension is known, so that this is all but the making of the records.
+    // Its extension is known, so this is everything but the creation of the records.
     add_measure(made, "TABLE statement/vek", [](const sample &one) {
         benchmark::DoNotOptimize(vek_tbl_read(one.statement.c_str(), 0));
     });
@@ -90,7 +90,7 @@ static bool finds(const sample &one, const std::string &name, const std::string 
     return is_found;
 }
 
-// Each measure has to do what it is taken for.
+// Whether each measured operation returns the right result.
 static bool is_as_expected(const tree &made)
 {
     bool is_good = true;
@@ -111,14 +111,14 @@ static bool is_as_expected(const tree &made)
 
 [[maybe_unused]] static void add_peer(const tree &made, const char *name,
                                       void (*start)(const tree &made),
-                                      bool (*ask)(const sample &one))
+                                      bool (*query)(const sample &one))
 {
     start(made);
-    if (!std::all_of(made.samples.begin(), made.samples.end(), ask)) {
-        fprintf(stderr, "%s: the answer is not as it should be\n", name);
+    if (!std::all_of(made.samples.begin(), made.samples.end(), query)) {
+        fprintf(stderr, "%s: wrong result\n", name);
         exit(1);
     }
-    add_measure(made, name, ask);
+    add_measure(made, name, query);
 }
 
 static void add_peers([[maybe_unused]] const tree &made)
@@ -137,7 +137,7 @@ static void add_peers([[maybe_unused]] const tree &made)
 void add_session(const tree &made)
 {
     if (!start_session() || !is_as_expected(made)) {
-        fprintf(stderr, "The session does not start as it should\n");
+        fprintf(stderr, "The session did not start correctly\n");
         exit(1);
     }
     add_searches(made);

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 """share_table.py RESULT.txt... - print the table of requests on a share.
 
-Each result is what one run of vek_share wrote, and is named after the size of the
-tree, the delay of a request in milliseconds, and the number of the run:
-DATABASES-TABLES-DELAY-RUN.txt.  A time is the median of its runs.  The requests of a
-measure must be the same in all of them.
+Each result is the output of one run of vek_share.  Its name has the size of the tree,
+the delay of a request in milliseconds, and the number of the run:
+DATABASES-TABLES-DELAY-RUN.txt.  A time is the median of the runs.  The requests of a
+measure must be the same in all runs.
 """
 
 import pathlib
@@ -15,11 +15,11 @@ import sys
 LINE = re.compile(r"(?P<name>.*): (?P<total>\d+) requests(?:: (?P<kinds>.*))?; (?P<seconds>.*) s")
 
 HEAD = """\
-Requests that a file server answers, and the time of each measure when a request takes
-so many milliseconds.  The client knows nothing before a start, and what a start has
-asked for before every other measure.  The databases are on the share, configuration
-files and HOME on the local disk.  "minimum" is the fewest requests that lead to the
-same results.  PhysicsFS and Qt only ask whether the file exists.
+Requests to a file server, and the time of each measure when a request takes so many
+milliseconds.  The client's cache is empty before a start.  Before every other measure
+it holds what a start has requested.  The databases are on the share; configuration
+files and HOME are on the local disk.  "minimum" is the fewest requests that lead to
+the same results.  PhysicsFS and Qt only check whether the file exists.
 """
 
 
@@ -33,7 +33,7 @@ def read(paths):
             measures = sizes.setdefault((databases, tables), {})
             *known, times = measures.setdefault(line["name"], (*counted, {}))
             if tuple(known) != counted:
-                sys.exit(f"{path}: {line['name']} takes other requests in another run")
+                sys.exit(f"{path}: {line['name']} has other requests in another run")
             times.setdefault(delay, []).append(float(line["seconds"]))
     return dict(sorted(sizes.items()))
 

@@ -1,6 +1,5 @@
-// The start of a session.  It happens once in a process, so each sample is taken
-// in a child, and so is each sample of what it is held against; the child takes
-// the time itself.
+// The start of a session.  A process starts one session only, so each sample runs in a
+// child process, which takes the time itself.  The baseline and the minimum do the same.
 
 #include "parts.h"
 
@@ -17,15 +16,15 @@
 
 using std::chrono::steady_clock;
 
-// A directory test call by call: into the directory and back.
+// The baseline of a directory test: change to the directory and back.
 static bool test_call_by_call(const char *path)
 {
     char here[260];
     return getcwd(here, sizeof here) != nullptr && chdir(path) == 0 && chdir(here) == 0;
 }
 
-// The least that answers the same: the last "." needs the right to enter.
-static bool test_by_look(const std::string &path)
+// The minimum: looking up "." at the end of the path needs search permission.
+static bool test_by_stat(const std::string &path)
 {
     struct stat status;
     return stat(path.c_str(), &status) == 0;
@@ -37,24 +36,24 @@ static void probe(const std::string &file)
     unlink(file.c_str());
 }
 
-// The paths are formed beforehand.
-struct floor_paths {
-    std::vector<std::string> databases, tables, database_looks, table_looks, probes;
+// Formed before the time is taken.
+struct start_paths {
+    std::vector<std::string> databases, tables, database_stat_paths, table_stat_paths, probes;
 };
 
-static floor_paths form_paths(const tree &made)
+static start_paths form_paths(const tree &made)
 {
-    floor_paths paths = {made.database_dirs, made.table_dirs, {}, {}, {}};
+    start_paths paths = {made.database_dirs, made.table_dirs, {}, {}, {}};
     for (const std::string &path : made.database_dirs) {
-        paths.database_looks.push_back(path + "/.");
+        paths.database_stat_paths.push_back(path + "/.");
         paths.probes.push_back(path + "/tmp_bedwvorn.txt");
     }
     for (const std::string &path : made.table_dirs)
-        paths.table_looks.push_back(path + "/.");
+        paths.table_stat_paths.push_back(path + "/.");
     return paths;
 }
 
-static bool start_call_by_call(const floor_paths &paths)
+static bool start_call_by_call(const start_paths &paths)
 {
     bool is_good = true;
     for (size_t i = 0; i < paths.databases.size(); ++i) {
@@ -66,19 +65,20 @@ static bool start_call_by_call(const floor_paths &paths)
     return is_good;
 }
 
-static bool start_by_looks(const floor_paths &paths)
+static bool start_by_stat(const start_paths &paths)
 {
     bool is_good = true;
     for (size_t i = 0; i < paths.databases.size(); ++i) {
-        is_good &= test_by_look(paths.database_looks[i]);
+        is_good &= test_by_stat(paths.database_stat_paths[i]);
         probe(paths.probes[i]);
     }
     for (size_t i = 0; i < paths.tables.size(); ++i)
-        is_good &= test_by_look(paths.table_looks[i]) || mkdir(paths.tables[i].c_str(), 0777) == 0;
+        is_good &=
+            test_by_stat(paths.table_stat_paths[i]) || mkdir(paths.tables[i].c_str(), 0777) == 0;
     return is_good;
 }
 
-// Seconds that the work takes in a child; below 0 if it goes wrong.
+// Returns the seconds that the work takes in a child, or a negative number if it fails.
 template <typename Work> static double time_in_child(const Work &work)
 {
     int ends[2];
@@ -109,7 +109,7 @@ static void add(const tree &made, const char *name, bool is_cold, const Work &wo
                 remove_table_dirs(made);
             double seconds = time_in_child(work);
             if (seconds < 0)
-                state.SkipWithError("it went wrong");
+                state.SkipWithError("failed");
             state.SetIterationTime(seconds);
         }
     };
@@ -122,11 +122,11 @@ static void add(const tree &made, const char *name, bool is_cold, const Work &wo
 
 void add_start(const tree &made)
 {
-    static const floor_paths paths = form_paths(made);
+    static const start_paths paths = form_paths(made);
     add(made, "warm start/vek", false, start_session);
-    add(made, "warm start/minimum", false, [] { return start_by_looks(paths); });
+    add(made, "warm start/minimum", false, [] { return start_by_stat(paths); });
     add(made, "warm start/baseline", false, [] { return start_call_by_call(paths); });
     add(made, "cold start/vek", true, start_session);
-    add(made, "cold start/minimum", true, [] { return start_by_looks(paths); });
+    add(made, "cold start/minimum", true, [] { return start_by_stat(paths); });
     add(made, "cold start/baseline", true, [] { return start_call_by_call(paths); });
 }

@@ -1,16 +1,16 @@
 #!/usr/bin/python3
 """table.py RESULT.json... - print the table of ratios.
 
-Each result is what one run of vek_bench wrote.  A column is a size, databases
-by tables; a number is the median time of the library, or of what a user would
-take instead, divided by that of the baseline in the same run.
+Each result is the output of one run of vek_bench.  A column is a size, databases by
+tables.  A number is the median time of the library, or of a peer, divided by that of
+the baseline in the same run.
 """
 
 import json
 import sys
 
-# What is done in memory has no baseline of its own: an open and a close of a file
-# on the same tree is its unit.
+# Operations in memory have no baseline of their own.  Their unit is an open and a close
+# of a file in the same tree.
 UNIT = "search, hit/baseline"
 
 
@@ -35,7 +35,7 @@ def medians(paths):
 
 
 def ratio(times, name):
-    """Of one measure at one size; None where it was not taken."""
+    """The ratio of one measure at one size, or None if it was not measured."""
     baseline = times.get(name.split("/")[0] + "/baseline", times.get(UNIT))
     return times[name] / baseline if name in times and baseline else None
 

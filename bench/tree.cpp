@@ -11,7 +11,7 @@
 
 namespace fs = std::filesystem;
 
-// Words of various lengths, as names are; the number keeps them apart.
+// Words of various lengths, as real names have.  The number makes them unique.
 static std::string word(int number)
 {
     static const char *const syllables[] = {"da", "mper", "spri", "ng", "ty", "re", "bu", "sh"};
@@ -30,7 +30,7 @@ static std::string database_name(int level)
 static std::string extension(int table)
 {
     std::string text;
-    for (int place = 0; place < 3; ++place, table /= 26)
+    for (int i = 0; i < 3; ++i, table /= 26)
         text += static_cast<char>('a' + table % 26);
     return text;
 }
@@ -138,13 +138,13 @@ void search(const sample &one, const std::string &name)
 bool start_session()
 {
     int out = dup(STDOUT_FILENO);
-    int nowhere = open("/dev/null", O_WRONLY);
+    int null_device = open("/dev/null", O_WRONLY);
     fflush(stdout);
-    dup2(nowhere, STDOUT_FILENO);
+    dup2(null_device, STDOUT_FILENO);
     bool is_good = vorn_vek_cfg_env_read("") == 0 && hsk_error_count() == 0;
     fflush(stdout);
     dup2(out, STDOUT_FILENO);
-    close(nowhere);
+    close(null_device);
     close(out);
     return is_good;
 }

@@ -1,18 +1,18 @@
-// A tree of databases, in the shape that is measured.
+// The tree of databases that the benchmark runs on.
 
 #pragma once
 
 #include <string>
 #include <vector>
 
-// A file in one table of one database, in all the texts that the measures need.
+// A file in one table of one database, with all the strings that the measures need.
 struct sample {
     std::string file_class, ext, database;
-    std::string alias, path;                 // of a file that is there
-    std::string missing_alias, missing_path; // of one that is not
-    std::vector<std::string> candidates;     // the missing file's, level by level
-    std::string url;                         // the alias that its path leads back to
-    std::string statement;                   // a TABLE statement of its extension
+    std::string alias, path;                 // of a file that exists
+    std::string missing_alias, missing_path; // of one that does not
+    std::vector<std::string> candidates;     // paths of the missing file, level by level
+    std::string url;                         // the alias that the reverse lookup returns
+    std::string statement;                   // a TABLE statement with its extension
     std::string mounted, directories;        // for peers: "database/table/file"; "first:second"
     int level;
 };
@@ -21,7 +21,7 @@ struct tree {
     int databases, tables;
     std::string home;
     std::vector<std::string> names;         // of the databases
-    std::vector<std::string> database_dirs; // one a level
+    std::vector<std::string> database_dirs; // one per level
     std::vector<std::string> table_dirs;    // of all databases
     std::vector<sample> samples;            // spread over databases and tables
 };
@@ -29,23 +29,23 @@ struct tree {
 // A new directory for a tree, in TMPDIR.
 std::string temporary_directory();
 
-// Make the tree in a directory that exists, and point the environment at it.  The
-// databases lie there, too, or in a subdirectory of it, such as "/share".
+// Create the tree in an existing directory, and set the environment variables to use it.
+// The databases lie in that directory or in a subdirectory of it, such as "/share".
 tree make_tree(const std::string &home, int databases, int tables,
                const std::string &subdirectory = "");
 void remove_tree(const tree &made);
 
 void remove_table_dirs(const tree &made);
 
-// As the operations take a text.
+// A string as the operations take it.  They do not change those of a sample.
 inline char *text(const std::string &from)
 {
     return const_cast<char *>(from.c_str());
 }
 
-// A search for a name; the block of its result is released.
+// Search for a name and release the result.
 void search(const sample &one, const std::string &name);
 
-// Whether the host's entry starts a session in the tree without an error.  Its
-// lines are not shown.
+// Start a session in the tree, as a host does, without printing its lines.  Returns
+// whether there was no error.
 bool start_session();

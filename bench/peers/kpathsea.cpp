@@ -1,4 +1,4 @@
-// kpathsea: a file is looked for in the table's directory of each database.
+// kpathsea: searches the table's directory of each database for a file.
 
 #include "peers.h"
 
@@ -16,7 +16,7 @@ void kpathsea_start(const tree &made)
     library = kpathsea_new();
     fclose(fopen((made.home + "/texmf.cnf").c_str(), "w")); // else it warns
     kpathsea_set_program_name(library, "/proc/self/exe", "vek_bench");
-    // The first search reads the configuration, and loses the rest of its path.
+    // The first search reads the configuration, and ignores the rest of its search path.
     kpathsea_path_search(library, made.home.c_str(), "none", 0);
 }
 

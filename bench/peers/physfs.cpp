@@ -1,5 +1,5 @@
-// PhysicsFS: each database is mounted under its name, and asked which directory
-// holds a file.
+// PhysicsFS: mounts each database under its name, and queries which directory holds a
+// file.
 
 #include "peers.h"
 

@@ -5,11 +5,11 @@
 #include <QDir>
 #include <QFileInfo>
 
-struct question {
+struct query {
     QString name, path;
 };
 
-static std::vector<question> questions; // one a sample
+static std::vector<query> queries; // one per sample
 static const sample *first;
 
 // Prefixes have letters and digits only.
@@ -26,16 +26,15 @@ void qt_start(const tree &made)
                              {QString::fromStdString(made.database_dirs[i])});
     first = made.samples.data();
     for (const sample &one : made.samples)
-        questions.push_back(
-            {prefix(one.database) + ":" +
-                 QString::fromStdString(one.mounted.substr(one.database.size() + 1)),
-             QString::fromStdString(one.path)});
+        queries.push_back({prefix(one.database) + ":" +
+                               QString::fromStdString(one.mounted.substr(one.database.size() + 1)),
+                           QString::fromStdString(one.path)});
 }
 
-// A name that is not resolved has another length.  To compare every letter would
-// be part of what is measured.
+// A name that is not resolved has another length.  Comparing every character would add
+// to the time measured.
 bool qt_resolve(const sample &one)
 {
-    const question &asked = questions[static_cast<size_t>(&one - first)];
-    return QFileInfo(asked.name).absoluteFilePath().size() == asked.path.size();
+    const query &wanted = queries[static_cast<size_t>(&one - first)];
+    return QFileInfo(wanted.name).absoluteFilePath().size() == wanted.path.size();
 }

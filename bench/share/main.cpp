@@ -1,14 +1,13 @@
-// vek_share DATABASES TABLES DELAY [LISTING] - the requests that each measure takes on
-// a tree of that size whose databases lie on a share, and how long it takes when each
-// request is delayed by so many milliseconds.  A reply to a listing has at most
-// LISTING bytes, or as many as the kernel asks for.  Configuration files, HOME and
-// temporary files are on the local disk.  A line of the output is
+// vek_share DATABASES TABLES DELAY [LISTING] - count the requests of each measure on a
+// tree of that size whose databases lie on a share, and time the measure while each
+// request is delayed by DELAY milliseconds.  A reply to a listing has at most LISTING
+// bytes; the default is the size that the kernel requests.  Configuration files, HOME
+// and temporary files are on the local disk.  A line of the output is
 //
 //     measure/who: 46 requests: 25 LOOKUP, 21 GETATTR; 0.0123 s
 //
-// A measure has a tree, a mount and a process of its own, so that nothing is cached
-// before but what its preparation brings.  Where no FUSE file system can be mounted,
-// the exit status is 77.
+// Each measure has its own tree, mount and process, so that only its preparation fills
+// the cache.  If no FUSE file system can be mounted, the exit status is 77.
 
 #include "measures.h"
 #include "share.h"
@@ -32,24 +31,24 @@ struct server_limits {
     unsigned listing;
 };
 
-// In the measured process, which outlives no other and whose lines are not shown.
+// Runs in the measured process, which dies with its parent.  Its output is discarded.
 static bool run(const measure &one, const tree &made, const share &mounted, server_limits limits)
 {
     share_state *state = mounted.state;
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     close(mounted.link);
     dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
-    setenv("TMPDIR", made.home.c_str(), 1); // all that is left goes with the tree
+    setenv("TMPDIR", made.home.c_str(), 1); // removed with the tree
     state->listing = limits.listing;
     one.prepare(made);
     state->delay = limits.delay * 1000;
     state->client = getpid();
     auto begin = steady_clock::now();
-    bool has_worked = one.run(made);
+    bool has_succeeded = one.run(made);
     state->seconds = std::chrono::duration<double>(steady_clock::now() - begin).count();
     state->client = 0;
     state->delay = 0;
-    return has_worked;
+    return has_succeeded;
 }
 
 static bool run_in_child(const measure &one, const tree &made, const share &mounted,
@@ -82,12 +81,12 @@ static bool measure_on(const tree &made, const measure &one, server_limits limit
     one.arrange(made);
     if (!mount_share(&mounted, made.home + share_subdirectory))
         return false;
-    bool has_worked = run_in_child(one, made, mounted, limits);
+    bool has_succeeded = run_in_child(one, made, mounted, limits);
     unmount_share(&mounted);
-    has_worked = has_worked && one.has_worked(made);
-    if (has_worked)
+    has_succeeded = has_succeeded && one.has_succeeded(made);
+    if (has_succeeded)
         print(one, mounted.state);
-    return has_worked;
+    return has_succeeded;
 }
 
 static bool can_mount()
@@ -101,26 +100,26 @@ static bool can_mount()
     return is_mounted;
 }
 
-int main(int count, char **words)
+int main(int count, char **arguments)
 {
     if (count != 4 && count != 5) {
-        fprintf(stderr, "usage: %s DATABASES TABLES DELAY [LISTING]\n", words[0]);
+        fprintf(stderr, "usage: %s DATABASES TABLES DELAY [LISTING]\n", arguments[0]);
         return 2;
     }
     if (!can_mount()) {
         fprintf(stderr, "No FUSE file system can be mounted here\n");
         return exit_skipped;
     }
-    const server_limits limits = {atoi(words[3]),
-                                  count == 5 ? static_cast<unsigned>(atoi(words[4])) : UINT_MAX};
+    const server_limits limits = {
+        atoi(arguments[3]), count == 5 ? static_cast<unsigned>(atoi(arguments[4])) : UINT_MAX};
     for (const measure &one : measures) {
-        fprintf(stderr, "%s x %s, %s ms: %s\n", words[1], words[2], words[3], one.name);
-        const tree made =
-            make_tree(temporary_directory(), atoi(words[1]), atoi(words[2]), share_subdirectory);
-        bool has_worked = measure_on(made, one, limits);
+        fprintf(stderr, "%s x %s, %s ms: %s\n", arguments[1], arguments[2], arguments[3], one.name);
+        const tree made = make_tree(temporary_directory(), atoi(arguments[1]), atoi(arguments[2]),
+                                    share_subdirectory);
+        bool has_succeeded = measure_on(made, one, limits);
         remove_tree(made);
-        if (!has_worked) {
-            fprintf(stderr, "It went wrong\n");
+        if (!has_succeeded) {
+            fprintf(stderr, "The measure failed\n");
             return 1;
         }
     }

@@ -43,7 +43,7 @@ static void nothing(const tree &)
 {
 }
 
-// On the disk.
+// Preparation and checks on the disk.
 
 static std::vector<std::string> new_table_dirs(const tree &made)
 {
@@ -61,7 +61,7 @@ static void make_new_database(const tree &made)
         fs::create_directories(dir);
 }
 
-// Its table has its directory in the user's database already.
+// The directory of its table already exists in the user's database.
 static void make_plugin(const tree &made)
 {
     const std::string dir = made.home + "/install/heron";
@@ -98,19 +98,19 @@ static bool has_copy(const tree &made)
     return has_tables(made) && fs::file_size(the_sample(made).missing_path) == copied_size;
 }
 
-// The library.
+// The library's measures.
 
-static bool is_silent()
+static bool has_no_messages()
 {
     return hsk_error_count() == 0 && hsk_warning_count() == 0;
 }
 
 static bool start(const tree &)
 {
-    return start_session() && is_silent();
+    return start_session() && has_no_messages();
 }
 
-// A preparation that goes wrong shows in what is measured after it.
+// If the preparation fails, the measure after it fails, too.
 static void prepare_session(const tree &made)
 {
     start(made);
@@ -124,7 +124,8 @@ static void prepare_walk(const tree &made)
 
 static bool start_plugin(const tree &)
 {
-    return vorn_vek_cfg_env_read("heron") == 0 && vorn_vek_db2level("heron") > 0 && is_silent();
+    return vorn_vek_cfg_env_read("heron") == 0 && vorn_vek_db2level("heron") > 0 &&
+           has_no_messages();
 }
 
 static bool finds(const sample &one, const std::string &name, const std::string &path)
@@ -133,7 +134,7 @@ static bool finds(const sample &one, const std::string &name, const std::string 
     bool is_found = path == found;
     if (*found != '\0')
         free(found);
-    return is_found && is_silent();
+    return is_found && has_no_messages();
 }
 
 static bool find(const tree &made)
@@ -153,24 +154,24 @@ static bool resolve(const tree &made)
 
 static bool add_database(const tree &made)
 {
-    return vorn_vek_db_add("ideas", new_database(made).c_str(), 1) == 0 && is_silent();
+    return vorn_vek_db_add("ideas", new_database(made).c_str(), 1) == 0 && has_no_messages();
 }
 
 static bool create_database(const tree &made)
 {
-    return vorn_cre_dat(new_database(made).c_str()) == 1 && is_silent();
+    return vorn_cre_dat(new_database(made).c_str()) == 1 && has_no_messages();
 }
 
 static bool copy_to_database(const tree &made)
 {
     std::string source = copy_source(made);
     return vorn_vek_copy_file2db(source.data(), the_sample(made).database.c_str()) == 0 &&
-           is_silent();
+           has_no_messages();
 }
 
-// What others do is done with directories that the client knows, as after a start.
+// The measures of the minimum and the peers begin with the cache of a started session.
 
-static void know_directories(const tree &made)
+static void cache_directories(const tree &made)
 {
     for (const std::string &database : made.database_dirs)
         for (fs::directory_iterator table(database), end; table != end; ++table)
@@ -180,13 +181,13 @@ static void know_directories(const tree &made)
 
 template <void (*start)(const tree &made)> static void prepare_peer(const tree &made)
 {
-    know_directories(made);
+    cache_directories(made);
     start(made);
 }
 
-template <bool (*ask)(const sample &one)> static bool of_sample(const tree &made)
+template <bool (*query)(const sample &one)> static bool of_sample(const tree &made)
 {
-    return ask(the_sample(made));
+    return query(the_sample(made));
 }
 
 template <bool (*work)(const tree &made, const std::string &database)>
@@ -211,17 +212,17 @@ const std::vector<measure> measures = {
     {"warm start/vek", nothing, nothing, start, has_tables},
     {"warm start/minimum", nothing, nothing, minimum_start, has_tables},
     {"plug-in's start/vek", make_plugin, prepare_session, start_plugin, has_tables},
-    {"plug-in's start/minimum", make_plugin, know_directories, minimum_plugin, has_tables},
+    {"plug-in's start/minimum", make_plugin, cache_directories, minimum_plugin, has_tables},
     {"search, hit/vek", nothing, prepare_session, find, has_tables},
-    {"search, hit/minimum", nothing, know_directories, of_sample<minimum_hit>, has_tables},
+    {"search, hit/minimum", nothing, cache_directories, of_sample<minimum_hit>, has_tables},
 #ifdef HAS_PHYSFS
     {"search, hit/PhysicsFS", nothing, prepare_peer<physfs_start>, of_sample<physfs_search>,
      has_tables},
 #endif
     {"search, miss/vek", nothing, prepare_session, miss, has_tables},
-    {"search, miss/minimum", nothing, know_directories, of_sample<minimum_miss>, has_tables},
+    {"search, miss/minimum", nothing, cache_directories, of_sample<minimum_miss>, has_tables},
     {"level walk, miss/vek", nothing, prepare_walk, miss, has_tables},
-    {"level walk, miss/minimum", nothing, know_directories, of_sample<minimum_walk>, has_tables},
+    {"level walk, miss/minimum", nothing, cache_directories, of_sample<minimum_walk>, has_tables},
 #ifdef HAS_KPATHSEA
     {"level walk, miss/kpathsea", nothing, prepare_peer<kpathsea_start>, of_sample<kpathsea_walk>,
      has_tables},
@@ -231,16 +232,16 @@ const std::vector<measure> measures = {
     {"name to path/Qt", nothing, prepare_peer<qt_start>, of_sample<qt_resolve>, has_tables},
 #endif
     {"new database added/vek", nothing, prepare_session, add_database, has_new_tables},
-    {"new database added/minimum", nothing, know_directories, of_new_database<minimum_add_new>,
+    {"new database added/minimum", nothing, cache_directories, of_new_database<minimum_add_new>,
      has_new_tables},
     {"existing database added/vek", make_new_database, prepare_session, add_database,
      has_new_tables},
-    {"existing database added/minimum", make_new_database, know_directories,
+    {"existing database added/minimum", make_new_database, cache_directories,
      of_new_database<minimum_add_existing>, has_new_tables},
     {"database created/vek", nothing, prepare_session, create_database, has_new_tables},
-    {"database created/minimum", nothing, know_directories, of_new_database<minimum_create>,
+    {"database created/minimum", nothing, cache_directories, of_new_database<minimum_create>,
      has_new_tables},
     {"copy into a database/vek", make_copy_source, prepare_session, copy_to_database, has_copy},
-    {"copy into a database/minimum", make_copy_source, know_directories, minimum_copy_to_database,
+    {"copy into a database/minimum", make_copy_source, cache_directories, minimum_copy_to_database,
      has_copy},
 };

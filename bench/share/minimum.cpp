@@ -1,40 +1,42 @@
-// How few requests lead to the same results.
+// The fewest requests that lead to the same results.
 //
-// D databases have T tables each, whose names fill R replies of a listing, one for
-// each 24 or so where a reply has 4,096 bytes, one for each 190 where it has 32 KB.
+// There are D databases with T tables each.  The table names of a database fill R replies
+// of a listing.  A reply of 4,096 bytes has about 24 names, one of 32 KB about 190.
 //
-// A look at a directory is a LOOKUP, which brings its attributes.  Names that a
-// listing has brought need none.
+// Looking up a directory takes a LOOKUP, which returns its attributes.  Names that a
+// listing has returned need none.
 //
-// The attributes of a directory in which an entry was made or removed are outdated.
-// Whatever is done in it next begins with a GETATTR.
+// Creating or removing an entry invalidates the attributes of its directory.  The next
+// operation in the directory begins with a GETATTR.
 //
-// A probe for writing makes a file and removes it: LOOKUP, CREATE, GETATTR, UNLINK.
+// A probe for writing creates and removes a file: LOOKUP, CREATE, GETATTR, UNLINK.
 //
-// A new directory takes LOOKUP, GETATTR and MKDIR, but no GETATTR where nothing was
-// made before.  The kernel looks each name up, also when it is known to be free.
+// A new directory takes LOOKUP, GETATTR and MKDIR.  The GETATTR is not needed where
+// nothing was created before.  The kernel looks up each name even if it is known not to
+// exist.
 //
-// Warm start: D * (6 + R) + 1.  Each database is looked at, listed (OPENDIR and R)
-// and probed.  The end of the listing need not be seen when all tables were.  To
-// look at each table instead takes T for R + 1.
+// Warm start: D * (6 + R) + 1.  Each database is looked up, listed (OPENDIR and R) and
+// probed.  The listing can stop once all tables were seen.  Looking up each table instead
+// takes T requests in place of R + 1.
 //
-// Cold start: D * (8 + 3 T) + 1.  Only a listing, of two replies up to its end, tells
-// that no table is there.  The first table takes no GETATTR, but the probe does.
+// Cold start: D * (8 + 3 T) + 1.  Only a listing, of two replies up to its end, shows
+// that no table exists.  The first table takes no GETATTR, but the probe does.
 //
-// In both, 1 is a GETATTR of the directory that the databases lie in.  A listing of
-// it could take the place of the looks, if they all lay there; that is not presumed.
+// In both, the 1 is a GETATTR of the directory that holds the databases.  A listing of
+// that directory could replace the lookups if all databases lay in it, but that is not
+// assumed.
 //
-// A plug-in's start: 5.  Its database is looked at and probed.  The client knows the
+// A plug-in's start: 5.  Its database is looked up and probed.  The client has cached the
 // tables of the user's database since the start, that of the plug-in among them.
 //
-// Search: 2 for a hit, LOOKUP and OPEN; the attributes tell whether it is a file.  1
-// for a miss, and D for a walk: the name itself is one of its candidates.
+// Search: 2 for a hit, LOOKUP and OPEN; the attributes show whether it is a file.  1 for a
+// miss.  D for a walk: the name itself is one of its candidates.
 //
-// New database: 3 T + 2, and 5 more where it is probed.  Nothing is in it, so it is
-// not listed.  After its LOOKUP and MKDIR, the way into it is a GETATTR.  An existing
-// one is that of a warm start: 6 + R.
+// New database: 3 T + 2, and 5 more if it is probed.  It is empty, so it is not listed.
+// After its LOOKUP and MKDIR, entering it takes a GETATTR.  An existing database takes
+// what it takes in a warm start: 6 + R.
 //
-// Copy: 3, LOOKUP and CREATE of the target, which is known to be new then, and WRITE.
+// Copy: 3, a LOOKUP of the target, which shows that it is new, a CREATE and a WRITE.
 
 #include "minimum.h"
 
@@ -58,9 +60,9 @@ static name_set table_names(const tree &made)
     return names;
 }
 
-// Take those that the directory has out of the wanted names.  It is read no further
-// than to the last of them.
-static void take_out_listed(name_set *wanted, name_set *listed, int dir)
+// Move the names that the directory contains from `wanted` to `listed`.  Reading stops
+// after the last of them.
+static void move_listed(name_set *wanted, name_set *listed, int dir)
 {
     DIR *stream = fdopendir(dup(dir));
     const dirent *entry;
@@ -100,7 +102,7 @@ static bool probe(int dir)
 static bool complete_tables(int dir, name_set names)
 {
     name_set listed;
-    take_out_listed(&names, &listed, dir);
+    move_listed(&names, &listed, dir);
     return are_accessible(dir, listed) && make_dirs(dir, names);
 }
 

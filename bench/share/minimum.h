@@ -1,12 +1,12 @@
-// The minimum of each measure: the calls that lead to the same results with the
-// fewest requests.  Each returns whether the results are as they should be.
+// The minimum of each measure: the system calls that lead to the same results with the
+// fewest requests.  Each returns whether the results are right.
 
 #pragma once
 
 #include "../tree.h"
 
 bool minimum_start(const tree &made);
-// After a start, of a plug-in with a database and a table of its own.
+// For a plug-in with its own database and table, in a started session.
 bool minimum_plugin_start(const tree &made, const std::string &database, const std::string &table);
 bool minimum_hit(const sample &one);
 bool minimum_miss(const sample &one);

@@ -1,5 +1,5 @@
-// Mounting a share.  Its server is a child process, which unmounts and ends when the
-// link to it is closed, so that nothing is left however this process ends.
+// Mounting a share.  The server is a child process.  It unmounts the share and exits when
+// the link to it is closed, so nothing is left however this process ends.
 
 #include "share.h"
 
@@ -13,7 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-// All mounts of the process use the same memory, one after the other.
+// The mounts of the process use the same memory, one at a time.
 static share_state *new_state()
 {
     static void *const memory = mmap(nullptr, sizeof(share_state), PROT_READ | PROT_WRITE,
@@ -21,7 +21,7 @@ static share_state *new_state()
     return memory == MAP_FAILED ? nullptr : new (memory) share_state();
 }
 
-// Signals from the terminal reach the server as well, but it ends by its link alone.
+// Signals from the terminal reach the server, too.  Only its link may end it.
 static void run_server(const share *mounted, int link)
 {
     for (int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE})
@@ -48,7 +48,7 @@ bool mount_share(share *mounted, const std::string &dir)
     return false;
 }
 
-// A server that was killed leaves a mount that nobody serves.
+// A server that was killed leaves a mount without a server.
 static void unmount_unserved(const std::string &dir)
 {
     int opened = open(dir.c_str(), O_RDONLY | O_DIRECTORY);

@@ -1,17 +1,17 @@
-# Count the requests of the library and of the minimum on a share, and compare them
-# with the table.  -DPROGRAM, -DTABLE, -DCOUNTED: where the counts are left in the
-# form of the table
+# Count the requests of the library and of the minimum on a share, and compare them with
+# the table.  Parameters: -DPROGRAM, -DTABLE, and -DCOUNTED, a file to which the counts
+# are written in the format of the table.
 
 execute_process(
-  COMMAND ${PROGRAM} 5 40 0 4096 # on all kernels alike
+  COMMAND ${PROGRAM} 5 40 0 4096 # the reply size that all kernels support
   RESULT_VARIABLE result
   OUTPUT_VARIABLE text
-  ERROR_VARIABLE words)
+  ERROR_VARIABLE errors)
 if(result EQUAL 77)
-  message("${words}") # by which the test is skipped
+  message("${errors}") # CTest skips the test on this message
   return()
 elseif(NOT result EQUAL 0)
-  message(FATAL_ERROR "The measures do not run: ${words}")
+  message(FATAL_ERROR "The measures failed: ${errors}")
 endif()
 
 string(REGEX REPLACE "; [0-9.]+ s\n" "\n" text "${text}")

@@ -1,24 +1,23 @@
-// The server of a share: a file system that passes each request through to the
-// directory that it is mounted over, delays it as a network does, and counts it by
-// its kind.
+// The server of a share: a file system that passes each request through to the directory
+// that it is mounted over, delays it as a network does, and counts it by kind.
 //
-// Requests are counted as they come from the kernel, by their headers.  What libfuse
-// and this file system ask of the directory below does not count.
+// Requests are counted by their headers, as they arrive from the kernel.  Accesses of
+// libfuse and of this file system to the underlying directory do not count.
 //
-// A request is counted and delayed if the calling process waits for it.  It does not
-// wait for RELEASE, RELEASEDIR and FORGET.  FLUSH and GETXATTR are not supported: the
-// kernel learns that from the first of each, which does not count, and sends no other.
+// A request is counted and delayed if the calling process waits for it.  It does not wait
+// for RELEASE, RELEASEDIR and FORGET.  FLUSH and GETXATTR are not supported: the kernel
+// learns that from the first of each, which does not count, and sends no other.
 //
-// The kernel behaves as the client of a file server does:
-// - Names and attributes are cached.  A client of NFS or SMB keeps them for 1 to 60
-//   seconds.  Here they are kept longer than any measure takes, so that no count
+// The kernel behaves like the client of a file server:
+// - Names and attributes are cached.  A client of NFS or SMB caches them for 1 to 60
+//   seconds.  Here they are cached for longer than any measure takes, so that no count
 //   depends on the speed of the machine.
-// - A name that does not exist is asked for each time.  A client keeps it for a
-//   second (SMB) or until the directory changes (NFS), which each probe for writing
-//   and each new table directory does.
-// - Listing a directory brings the names and attributes of its entries.
-// - The kernel checks permissions by the cached attributes.  Those of a directory are
-//   outdated once an entry is created or removed in it.
+// - A name that does not exist is requested each time.  A client caches it for a second
+//   (SMB), or until the directory changes (NFS).  Each probe for writing and each new
+//   table directory changes it.
+// - Listing a directory returns the names and attributes of its entries.
+// - The kernel checks permissions by the cached attributes.  Creating or removing an
+//   entry invalidates those of its directory.
 
 #define FUSE_USE_VERSION 31
 
@@ -56,10 +55,10 @@ const std::map<unsigned, const char *> request_names = {
     {FUSE_FSYNC, "FSYNC"},
 };
 
-static int root; // the directory below the mount
+static int root; // the directory under the mount
 
-// All paths are those of the share, from "/" on.
-static const char *below(const char *path)
+// Converts a path in the share, which begins with "/", to one relative to the root.
+static const char *relative(const char *path)
 {
     return path[1] == '\0' ? "." : path + 1;
 }
@@ -71,32 +70,32 @@ static int result_of(long result)
 
 static int get_attributes(const char *path, struct stat *status, fuse_file_info *)
 {
-    return result_of(fstatat(root, below(path), status, AT_SYMLINK_NOFOLLOW));
+    return result_of(fstatat(root, relative(path), status, AT_SYMLINK_NOFOLLOW));
 }
 
 static int make_directory(const char *path, mode_t mode)
 {
-    return result_of(mkdirat(root, below(path), mode));
+    return result_of(mkdirat(root, relative(path), mode));
 }
 
 static int remove_file(const char *path)
 {
-    return result_of(unlinkat(root, below(path), 0));
+    return result_of(unlinkat(root, relative(path), 0));
 }
 
 static int remove_directory(const char *path)
 {
-    return result_of(unlinkat(root, below(path), AT_REMOVEDIR));
+    return result_of(unlinkat(root, relative(path), AT_REMOVEDIR));
 }
 
 static int rename_entry(const char *path, const char *new_path, unsigned flags)
 {
-    return result_of(renameat2(root, below(path), root, below(new_path), flags));
+    return result_of(renameat2(root, relative(path), root, relative(new_path), flags));
 }
 
 static int open_descriptor(const char *path, int flags, mode_t mode, fuse_file_info *opened)
 {
-    int file = openat(root, below(path), flags, mode);
+    int file = openat(root, relative(path), flags, mode);
     opened->fh = static_cast<uint64_t>(file);
     return file < 0 ? -errno : 0;
 }
@@ -152,7 +151,7 @@ static int release_file(const char *, fuse_file_info *opened)
 
 static bool read_names(std::set<std::string> *names, const char *path)
 {
-    int file = openat(root, below(path), O_RDONLY | O_DIRECTORY);
+    int file = openat(root, relative(path), O_RDONLY | O_DIRECTORY);
     DIR *stream = file < 0 ? nullptr : fdopendir(file);
     if (stream == nullptr)
         return false;
@@ -162,19 +161,19 @@ static bool read_names(std::set<std::string> *names, const char *path)
     return true;
 }
 
-// In a directory of the root, ".." would lead into the mount, whose requests nobody
-// but this process serves.
-static bool look_at(struct stat *status, const char *path, const std::string &name)
+// In a directory of the root, ".." leads into the mount.  Its requests would wait for this
+// process forever.
+static bool get_entry_attributes(struct stat *status, const char *path, const std::string &name)
 {
     *status = {};
     status->st_mode = S_IFDIR;
-    status->st_ino = 1; // an entry with none is ignored
-    const std::string whole = std::string(below(path)) + "/" + name;
+    status->st_ino = 1; // entries without a number are ignored
+    const std::string whole = std::string(relative(path)) + "/" + name;
     return name == "." || name == ".." ||
            fstatat(root, whole.c_str(), status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
-// In the order of the names: the number of replies must not depend on the disk.
+// Sorted by name, so that the number of replies does not depend on the disk.
 static int read_directory(const char *path, void *reply, fuse_fill_dir_t add, off_t from,
                           fuse_file_info *, fuse_readdir_flags)
 {
@@ -184,25 +183,25 @@ static int read_directory(const char *path, void *reply, fuse_fill_dir_t add, of
     struct stat status;
     off_t next = 0;
     for (const std::string &name : names)
-        if (++next > from && look_at(&status, path, name) &&
+        if (++next > from && get_entry_attributes(&status, path, name) &&
             add(reply, name.c_str(), &status, next, FUSE_FILL_DIR_PLUS) != 0)
             break;
     return 0;
 }
 
-static void *set_behaviour(fuse_conn_info *connection, fuse_config *wanted)
+static void *configure(fuse_conn_info *connection, fuse_config *config)
 {
     connection->want &= ~static_cast<unsigned>(FUSE_CAP_READDIRPLUS_AUTO | FUSE_CAP_SPLICE_READ);
-    wanted->entry_timeout = wanted->attr_timeout = 24 * 60 * 60;
-    wanted->negative_timeout = 0;
-    wanted->hard_remove = 1;
+    config->entry_timeout = config->attr_timeout = 24 * 60 * 60;
+    config->negative_timeout = 0;
+    config->hard_remove = 1;
     return nullptr;
 }
 
 static fuse_operations operations()
 {
     fuse_operations known = {};
-    known.init = set_behaviour;
+    known.init = configure;
     known.getattr = get_attributes;
     known.mkdir = make_directory;
     known.unlink = remove_file;
@@ -219,11 +218,11 @@ static fuse_operations operations()
     return known;
 }
 
-// Older kernels ask for a page at a time, this one for what the C library's buffer
+// Older kernels request one page at a time, newer ones as much as the C library's buffer
 // takes.
-static void limit_listing(fuse_read_in *wanted, const share_state *state)
+static void limit_listing(fuse_read_in *listing, const share_state *state)
 {
-    wanted->size = std::min<uint32_t>(wanted->size, state->listing);
+    listing->size = std::min<uint32_t>(listing->size, state->listing);
 }
 
 static void receive(const fuse_buf *request, share_state *state)
@@ -247,7 +246,7 @@ static bool wait_for_request(fuse_session *session, int link)
     return ends[0].revents == 0;
 }
 
-// One request after the other, as they come from one process.
+// One request at a time: all come from one process.
 static void serve_requests(fuse_session *session, share_state *state, int link)
 {
     fuse_buf request = {};
@@ -257,7 +256,7 @@ static void serve_requests(fuse_session *session, share_state *state, int link)
             receive(&request, state);
             fuse_session_process_buf(session, &request);
         } else if (length != -EINTR && length != -EAGAIN) {
-            break; // unmounted by others
+            break; // unmounted by somebody else
         }
     }
     free(request.mem);
@@ -266,12 +265,12 @@ static void serve_requests(fuse_session *session, share_state *state, int link)
 int serve_share(const std::string &dir, share_state *state, int link)
 {
     char name[] = "vek_share", option[] = "-odefault_permissions,fsname=vek_share";
-    char *words[] = {name, option};
-    fuse_args arguments = FUSE_ARGS_INIT(2, words);
+    char *arguments[] = {name, option};
+    fuse_args fuse_arguments = FUSE_ARGS_INIT(2, arguments);
     const fuse_operations known = operations();
-    fuse *served = fuse_new(&arguments, &known, sizeof known, nullptr);
-    umask(0);                             // the kernel applies the client's
-    prctl(PR_SET_TIMERSLACK, 1, 0, 0, 0); // a delay lasts as long as it says
+    fuse *served = fuse_new(&fuse_arguments, &known, sizeof known, nullptr);
+    umask(0);                             // the kernel applies the client's umask
+    prctl(PR_SET_TIMERSLACK, 1, 0, 0, 0); // makes delays exact
     root = open(dir.c_str(), O_RDONLY | O_DIRECTORY);
     if (served == nullptr || root < 0 || fuse_mount(served, dir.c_str()) != 0)
         return 1;
