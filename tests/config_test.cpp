@@ -1,12 +1,12 @@
-// Configuration files: what their statements do and what is said about them.
+// Configuration files: what their statements do and what is reported about them.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <algorithm>
 #include <regex>
 #include <sstream>
 
-// The report of a bad statement.
+// The report of a rejected statement.
 static std::string bad(int line, const std::string &path = "t.cfg")
 {
     return "> ERROR: Syntax error in line " + std::to_string(line) + " of cfg_file '" + path +
@@ -15,8 +15,8 @@ static std::string bad(int line, const std::string &path = "t.cfg")
 
 class Reader : public TempDirTest {
   protected:
-    // What the reader gives for a file, and says between its first line and,
-    // after a bad statement, its last.
+    // Check the result for a file, and the lines printed after the first one and, with a
+    // rejected statement, before the last one.
     void expect(const std::string &text, int cfg_index, int result, const std::string &between,
                 const std::string &path = "t.cfg")
     {
@@ -28,7 +28,7 @@ class Reader : public TempDirTest {
     }
 };
 
-TEST_F(Reader, HandlesEachStatementAndReportsTheBadOnes)
+TEST_F(Reader, HandlesEachStatementAndReportsRejectedOnes)
 {
     vek_private_cfg_index = 2;
     set_env("KLV_VEK_SEARCH", "YES");
@@ -38,7 +38,7 @@ TEST_F(Reader, HandlesEachStatementAndReportsTheBadOnes)
         int cfg_index = 0, result = 0;
         std::string write_default;
         std::istringstream(row.head) >> cfg_index >> result >> write_default;
-        expect(row.text, cfg_index, result, row.drain_output);
+        expect(row.text, cfg_index, result, row.output);
         const char *found = vorn_vek_get_write_default();
         EXPECT_EQ(found == nullptr ? "none" : found, write_default) << row.text;
     }
@@ -49,18 +49,18 @@ TEST_F(Reader, HandlesEachStatementAndReportsTheBadOnes)
                             "shared 5 0", "six 6 2", "seven 7 2", "eight 8 2"}));
 }
 
-TEST_F(Reader, KeepsToItsLineLimitAndCountsLines)
+TEST_F(Reader, RespectsItsLineLimitAndCountsLines)
 {
     for (const Case &row : cases("line_limit"))
-        for (const char *end : {"\n", "\r\n"})
+        for (const char *newline : {"\n", "\r\n"})
             for (const char *fill : {"x", " "}) {
                 std::string text = std::regex_replace(row.text, std::regex("x"), fill);
-                text = std::regex_replace(text, std::regex("\n"), end);
-                expect(text, 0, std::stoi(row.head), row.drain_output);
+                text = std::regex_replace(text, std::regex("\n"), newline);
+                expect(text, 0, std::stoi(row.head), row.output);
             }
     expect(" \t\n\nX\n DATABASE", 0, 1, bad(4));
     expect("DATABASE\r\nDATABASE \r", 0, 1, bad(1) + bad(2));
-    expect("X\rDATABASE\nDATABASE\rx\n", 0, 1, bad(2)); // a blank like others
+    expect("X\rDATABASE\nDATABASE\rx\n", 0, 1, bad(2)); // white space like any other
     expect(repeat_x(2 * 267), 0, 1,
            "> ERROR: Syntax error in line 1 of cfg_file 't.cfg':\n"
            "> ERROR:   Line exceeds MAX number of characters 267\n");
@@ -75,14 +75,14 @@ TEST_F(Reader, KeepsToItsLineLimitAndCountsLines)
                                   ".': " + directory_error + "\n");
 }
 
-TEST_F(Reader, TakesEnvironmentStatementsInAPassOfTheirOwn)
+TEST_F(Reader, ProcessesEnvironmentStatementsInTheirOwnPass)
 {
     set_env("HOME", "/u");
     for (const Case &row : cases("environment"))
         for (const char *end : {"", "\n", "\r\n"}) {
             write_file("t.cfg", row.text.substr(0, row.text.size() - 1) + end);
             EXPECT_EQ(vek_env_read(Buffer("t.cfg")), std::stoi(row.head)) << row.text;
-            EXPECT_EQ(drain_output(), row.drain_output) << row.text;
+            EXPECT_EQ(drain_output(), row.output) << row.text;
         }
     vek_set_solver_mode(1);
     Buffer path("$HOME/none.cfg");

@@ -2,7 +2,7 @@
 
 #include "registry/registry.h"
 #include "support/failing_malloc.h"
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 class Defaults : public TempDirTest {
   protected:
@@ -60,7 +60,7 @@ TEST_F(Defaults, PropertyFilesAreReadAndSet)
     EXPECT_STREQ(vorn_vek_get_def_propfile("C"), "");
 }
 
-TEST_F(Defaults, TestRigsAreKeptAsWritten)
+TEST_F(Defaults, TestRigsAreStoredAsWritten)
 {
     EXPECT_STREQ(vorn_vek_get_def_testrig("c"), "");
     EXPECT_EQ(vek_testrig_read("TESTRIG c", 0), 1);
@@ -76,18 +76,18 @@ TEST_F(Defaults, TestRigsAreKeptAsWritten)
     EXPECT_STREQ(vorn_vek_get_def_testrig("C"), "two words");
 }
 
-TEST_F(Defaults, AreAppendedToAListThatIsThere)
+TEST_F(Defaults, AreAppendedToAnExistingList)
 {
     write_file("plain.dpr");
-    for (const bool are_rigs : {true, false}) {
-        const auto add = are_rigs ? vek_testrig_add : vek_propfile_add;
-        const auto read = are_rigs ? vek_testrig_read : vek_propfile_read;
+    for (const bool is_testrig : {true, false}) {
+        const auto add = is_testrig ? vek_testrig_add : vek_propfile_add;
+        const auto read = is_testrig ? vek_testrig_read : vek_propfile_read;
         add("c", "no list", 1);
         read("keyword c plain.dpr", 1);
         add("d", "e", 2);
         add(repeat_x(31).c_str(), "e", 2);
         add("d", repeat_x(268).c_str(), 2);
-        const vek_dflt_list &list = are_rigs ? *vek_testrig_defaults : *vek_propfile_defaults;
+        const vek_dflt_list &list = is_testrig ? *vek_testrig_defaults : *vek_propfile_defaults;
         ASSERT_EQ(list.count, 2);
         EXPECT_STREQ(list.entries[1]->value, "e");
         EXPECT_EQ(list.entries[1]->cfg_index, 2);

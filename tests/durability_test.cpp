@@ -1,10 +1,9 @@
-// What is left of the user's private file after power cuts, full disks, signals
-// and neighbours: the order of the calls that an update makes, and what it does
-// when they are refused.
+// The private file survives power cuts, full disks, signals and other processes: the order
+// of the system calls of an update, and what it does when they fail.
 
 #include "platform/durable.h"
 #include "support/child.h"
-#include "support/scratch.h"
+#include "support/fixture.h"
 #include "support/system_calls.h"
 
 #include <algorithm>
@@ -29,21 +28,21 @@ class Durability : public TempDirTest {
   protected:
     Durability()
     {
-        end_in(60); // whatever waits for another
+        set_alarm(60); // kills a process that waits for another
         start_session();
         host::printed();
     }
     ~Durability() override
     {
-        calls::refuse = nullptr;
+        calls::error_for = nullptr;
         host::when_print = nullptr;
-        end_in(0);
+        set_alarm(0);
     }
     std::string path_of(const std::string &name)
     {
         return home + "/" + name;
     }
-    // The lines of an update whose text does not fit on the disk.
+    // The report of an update that could not be written.
     std::string unwritten(const std::string &reason)
     {
         return "> ERROR: Private cfg file " + path_of(file) + " could not be written: " + reason +
@@ -51,17 +50,17 @@ class Durability : public TempDirTest {
     }
 };
 
-// The result and the lines of an update.
+// Update the file and return the result and the lines printed.
 static std::string update_with_lines()
 {
     std::string result = std::to_string(vorn_wrt_cfg("x", nullptr));
     return result + drain_output();
 }
 
-static void see_calls()
+static void record_calls()
 {
     calls::made.clear();
-    calls::refuse = [](const std::string &) { return 0; };
+    calls::error_for = [](const std::string &) { return 0; };
 }
 
 static const std::string dir_of(const std::string &path)
@@ -69,7 +68,7 @@ static const std::string dir_of(const std::string &path)
     return path.substr(0, path.rfind('/'));
 }
 
-// The last place of a call among the first `end`; -1 if it is not there.
+// The position of the last such call among the first `end`; -1 if there is none.
 static int last_of(const std::string &call, int end)
 {
     while (--end >= 0 && calls::made[(size_t)end] != call)
@@ -82,8 +81,8 @@ static bool is_synced(const std::string &path, int since, int end)
     return last_of("fsync " + path, end) > std::max(last_of("write " + path, end), since);
 }
 
-// Nothing takes the place of a file before it is on the disk with its name, and
-// the new name is on the disk before the operation ends.
+// A new file replaces another only after its contents and its name are synced, and the
+// renamed entry is synced before the operation ends.  Returns the number of replacements.
 static int check_replacements()
 {
     int count = 0;
@@ -104,39 +103,39 @@ static int check_replacements()
 
 TEST_F(Durability, NothingIsReplacedBeforeTheNewTextIsOnTheDisk)
 {
-    see_calls();
+    record_calls();
     EXPECT_EQ(vorn_vek_db_add("new", "new.vek", 1), 0);
     EXPECT_EQ(check_replacements(), 2); // the backup and the file
     fs::remove(file);
-    see_calls();
+    record_calls();
     EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", path_of(file).c_str(), nullptr), 1);
     EXPECT_EQ(check_replacements(), 1);
 }
 
-// A file that has another name can only be written over.
-TEST_F(Durability, NothingIsWrittenOverBeforeACopyIsOnTheDisk)
+// A file with a second name cannot be replaced, only overwritten.
+TEST_F(Durability, NothingIsOverwrittenBeforeACopyIsOnTheDisk)
 {
     fs::create_hard_link(file, "second_name");
     host::answer = 1;
-    see_calls();
+    record_calls();
     EXPECT_EQ(vorn_sav_cfg(), 1);
     const std::string path = path_of(file), copy = path + ".vek-previous";
-    const int place = last_of("write " + path, (int)calls::made.size());
-    ASSERT_GT(place, 0);
-    const int cut = last_of("ftruncate " + path, (int)calls::made.size());
-    EXPECT_TRUE(place < cut && cut < last_of("fsync " + path, (int)calls::made.size()));
-    EXPECT_GT(last_of("rename " + home + "/.vek-" + std::to_string(getpid()) + "-0 " + copy, place),
+    const int pos = last_of("write " + path, (int)calls::made.size());
+    ASSERT_GT(pos, 0);
+    const int truncated = last_of("ftruncate " + path, (int)calls::made.size());
+    EXPECT_TRUE(pos < truncated && truncated < last_of("fsync " + path, (int)calls::made.size()));
+    EXPECT_GT(last_of("rename " + home + "/.vek-" + std::to_string(getpid()) + "-0 " + copy, pos),
               0);
     EXPECT_EQ(check_replacements(), 1);
     EXPECT_TRUE(fs::equivalent(file, "second_name") && !fs::exists(copy));
 }
 
-static std::string text_when_told; // of a failure
+static std::string text_when_reported; // contents of the file when a failure is reported
 
-TEST_F(Durability, AFailureIsToldWhenTheOldTextIsBack)
+TEST_F(Durability, AFailureIsReportedOnceTheOldTextIsRestored)
 {
-    host::when_print = [](const char *) { text_when_told = read_file(file); };
-    calls::refuse = [](const std::string &call) {
+    host::when_print = [](const char *) { text_when_reported = read_file(file); };
+    calls::error_for = [](const std::string &call) {
         return call.starts_with("mkdtemp ") || call.find("-tmp/vek-") != call.npos ? EACCES : 0;
     };
     EXPECT_EQ(run_in_child(update_with_lines),
@@ -144,7 +143,7 @@ TEST_F(Durability, AFailureIsToldWhenTheOldTextIsBack)
 
     fs::create_hard_link(file, "second_name");
     calls::made.clear();
-    calls::refuse = [this](const std::string &call) { // the disk is full for a moment
+    calls::error_for = [this](const std::string &call) { // the disk is full for a moment
         return call == "write " + path_of(file) &&
                        std::count(calls::made.begin(), calls::made.end(), call) == 1
                    ? ENOSPC
@@ -152,12 +151,12 @@ TEST_F(Durability, AFailureIsToldWhenTheOldTextIsBack)
     };
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
     EXPECT_EQ(drain_output(), unwritten("No space left on device"));
-    EXPECT_EQ(text_when_told, private_cfg);
+    EXPECT_EQ(text_when_reported, private_cfg);
     EXPECT_EQ(read_file(file), private_cfg);
 
-    // Where it can't be brought back it is kept, and nothing is written until the user
-    // has taken it.
-    calls::refuse = [this](const std::string &call) {
+    // If it cannot be restored, a copy is kept, and nothing is written until the user has
+    // moved the copy.
+    calls::error_for = [this](const std::string &call) {
         return call == "ftruncate " + path_of(file) ? EIO : 0;
     };
     const std::string kept =
@@ -165,47 +164,47 @@ TEST_F(Durability, AFailureIsToldWhenTheOldTextIsBack)
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
     EXPECT_EQ(drain_output(), unwritten("Input/output error") + kept);
     EXPECT_EQ(read_file(".vorn.cfg.vek-previous"), private_cfg);
-    calls::refuse = nullptr;
+    calls::error_for = nullptr;
     EXPECT_EQ(run_in_child(update_with_lines), "0" + kept);
     EXPECT_EQ(read_file(backup), private_cfg);
     fs::rename(".vorn.cfg.vek-previous", file);
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
-    // That of a process that was killed before it wrote tells nothing new.
+    // The copy of a process that was killed before it wrote is the same as the file.
     write_file(".vorn.cfg.vek-previous", read_file(file));
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     EXPECT_FALSE(fs::exists(".vorn.cfg.vek-previous"));
 }
 
-TEST_F(Durability, ABackupThatCannotBeMadeLeavesTheOlderOne)
+TEST_F(Durability, ABackupThatCannotBeCreatedKeepsTheOlderOne)
 {
     write_file(backup, "older");
-    calls::refuse = [](const std::string &call) {
+    calls::error_for = [](const std::string &call) {
         return call.starts_with("write ") && call.find("/.vek-") != call.npos ? ENOSPC : 0;
     };
-    const std::string told =
+    const std::string report =
         "> ERROR: Cannot create file 'file://" + path_of(backup) + "' : No space left on device\n";
     EXPECT_EQ(vek_backup_file(Buffer(path_of(file))), 1);
-    EXPECT_EQ(drain_output(), told);
-    EXPECT_EQ(vorn_sav_cfg(), 0); // the user has asked for it
-    EXPECT_EQ(drain_output(), told + unwritten("The backup could not be made"));
+    EXPECT_EQ(drain_output(), report);
+    EXPECT_EQ(vorn_sav_cfg(), 0); // the user chose a save with a backup
+    EXPECT_EQ(drain_output(), report + unwritten("The backup could not be made"));
     EXPECT_EQ(read_file(backup), "older");
     EXPECT_EQ(read_file(file), private_cfg);
     EXPECT_EQ(listing("."), (Lines{file, backup, "inst", "private.vek", "shared.vek"}));
 }
 
-TEST_F(Durability, AFileThatCannotBeReplacedIsWrittenOver)
+TEST_F(Durability, AFileThatCannotBeReplacedIsOverwritten)
 {
     for (int error : {EACCES, EBUSY, EROFS, EXDEV}) {
         write_file(file, private_cfg);
-        calls::refuse = [error](const std::string &call) {
+        calls::error_for = [error](const std::string &call) {
             return call.starts_with("rename ") && call.ends_with(file) ? error : 0;
         };
         EXPECT_EQ(update_with_lines(), "1") << error;
         EXPECT_NE(read_file(file), private_cfg);
         EXPECT_EQ(read_file(backup), private_cfg);
     }
-    calls::refuse = nullptr;
-    // What can't be a copy of ours keeps nobody from updating.
+    calls::error_for = nullptr;
+    // What cannot be a copy of the library's does not prevent updates.
     const char *const copy = ".vorn.cfg.vek-previous";
     write_file("text", "text");
     for (const char *kind : {"link", "second name", "empty", "directory"}) {
@@ -223,7 +222,7 @@ TEST_F(Durability, AFileThatCannotBeReplacedIsWrittenOver)
     }
 }
 
-// Another program that writes the file without a lock.
+// Another program, which writes the file without locking it.
 static int edits_left;
 static void edit(const char *)
 {
@@ -231,9 +230,9 @@ static void edit(const char *)
         write_file(file, read_file(file) + "! edited\n");
 }
 
-TEST_F(Durability, AnUpdateBeginsAgainWhenAnotherProgramChangesTheFile)
+TEST_F(Durability, AnUpdateIsRetriedWhenAnotherProgramChangesTheFile)
 {
-    make_dir(backup); // has each try tell that there is no backup, in time for the edit
+    make_dir(backup); // each try reports that there is no backup, which triggers the edit
     host::when_print = edit;
     edits_left = 1;
     EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "private"), 1);
@@ -241,7 +240,7 @@ TEST_F(Durability, AnUpdateBeginsAgainWhenAnotherProgramChangesTheFile)
                                    "DATABASE private $HOME/private.vek\n"
                                    "DEFAULT_WRITE_DB    private\n! edited\n");
     fs::remove(file);
-    calls::refuse = [](const std::string &call) {
+    calls::error_for = [](const std::string &call) {
         if (call.starts_with("rename ") && call.ends_with(file) && !fs::exists(file))
             write_file(file, "DATABASE another's\n");
         return 0;
@@ -249,7 +248,7 @@ TEST_F(Durability, AnUpdateBeginsAgainWhenAnotherProgramChangesTheFile)
     EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "private"), 1); // would create it
     EXPECT_EQ(read_file(file), "DATABASE     private            " + path_of("private.vek\n") +
                                    "DATABASE another's\n");
-    calls::refuse = nullptr;
+    calls::error_for = nullptr;
     edits_left = 100;
     host::printed();
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0);
@@ -257,55 +256,56 @@ TEST_F(Durability, AnUpdateBeginsAgainWhenAnotherProgramChangesTheFile)
     EXPECT_EQ(listing(".").size(), 5u);
 }
 
-// Neither a reader nor a later update waits for whoever has a lock for ever.
-TEST_F(Durability, LocksAreWaitedForAsLongAsIsGood)
+// Neither a reader nor an update waits forever for the owner of a lock.
+TEST_F(Durability, WaitsForLocksAreBounded)
 {
-    const intptr_t held = platform_lock_file(file, 0);
-    see_calls();
-    EXPECT_EQ(vek_cfg_read(file, 1) + vek_env_read(Buffer(file)), 3); // a database is known already
+    const intptr_t lock = platform_lock_file(file, 0);
+    record_calls();
+    EXPECT_EQ(vek_cfg_read(file, 1) + vek_env_read(Buffer(file)), 3); // duplicate database
     host::printed();
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 0); // 10 seconds later
     EXPECT_EQ(drain_output(), unwritten("Another process has kept it locked for 10 seconds"));
-    platform_unlock(held);
+    platform_unlock(lock);
     static pid_t child;
     make_dir(backup);
     host::when_print = [](const char *) {
-        if (child == 0 && (child = fork()) == 0) // as another thread of the host does
+        if (child == 0 && (child = fork()) == 0) // as another thread of the host could do
             for (;;)
                 pause();
     };
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     EXPECT_GT(child, 0);
     const intptr_t again = platform_lock_file(file, 0);
-    EXPECT_GE(again, 0) << "the child has the lock";
+    EXPECT_GE(again, 0) << "the child still holds the lock";
     platform_unlock(again);
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
-    for (int reason : {ENOLCK, EOPNOTSUPP}) { // of a file system without locks
-        calls::refuse = [reason](const std::string &call) {
-            return call.starts_with("flock") ? reason : 0;
+    for (int error : {ENOLCK, EOPNOTSUPP}) { // a file system without locks
+        calls::error_for = [error](const std::string &call) {
+            return call.starts_with("flock") ? error : 0;
         };
         EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     }
 }
 
-// Every other call is interrupted, or kept from opening a file without blocking.
-TEST_F(Durability, SignalsAndLeasesRefuseNothing)
+// Every other call is interrupted by a signal, or fails to open a file without blocking
+// because of a lease.
+TEST_F(Durability, SignalsAndLeasesFailNoOperation)
 {
     write_file("source", repeat_x(100000));
     EXPECT_EQ(vorn_vek_tbl_info("report"), 0);
     const std::string report = read_file("report");
     for (int error : {EINTR, EAGAIN}) {
-        bool is_refused = false;
-        calls::refuse = [&](const std::string &call) {
+        bool fails = false;
+        calls::error_for = [&](const std::string &call) {
             if (error == EAGAIN && !(call.starts_with("poll ") && fs::exists(call.substr(5))))
                 return 0;
-            is_refused = !is_refused;
-            return is_refused ? error : 0;
+            fails = !fails;
+            return fails ? error : 0;
         };
         const std::string name = strerror(error);
         EXPECT_EQ(vorn_vek_db_add("new", name.c_str(), 1) + vorn_vek_db_remove("new"), 0) << error;
-        EXPECT_EQ(vorn_sav_cfg() + vek_cfg_read(file, 9), 1 + 3); // which has its databases already
+        EXPECT_EQ(vorn_sav_cfg() + vek_cfg_read(file, 9), 1 + 3); // duplicate databases
         EXPECT_EQ(vorn_vek_copy_file2file(Buffer("source"), Buffer("target")), 0);
         EXPECT_EQ(read_file("target"), repeat_x(100000));
         EXPECT_EQ(vorn_vek_tbl_info("report"), 0);
@@ -314,7 +314,7 @@ TEST_F(Durability, SignalsAndLeasesRefuseNothing)
         EXPECT_EQ(drain_output().find("could not"), std::string::npos);
     }
     make_pipe("pipe");
-    calls::refuse = [](const std::string &) { return EAGAIN; }; // it has no reader yet
+    calls::error_for = [](const std::string &) { return EAGAIN; }; // has no reader yet
     EXPECT_EQ(vek_file_exists("pipe"), 0);
 }
 
@@ -323,32 +323,33 @@ static std::string kind_of(const std::string &call)
     return call.find("stat ") < 6 ? "stat" : call.substr(0, call.find(' '));
 }
 
-// Each call of an update is refused in turn, or all or those of its kind from there on.
-TEST_F(Durability, WhateverIsRefusedTheTextIsInTheFileOrInTheOneReported)
+// Each call of an update fails in turn: alone, with all later calls, or with the later calls
+// of its kind.
+TEST_F(Durability, AfterAnyFailureTheTextIsInTheFileOrInTheCopyReported)
 {
     const std::string old_text = private_cfg + "! " + repeat_x(60000) + "\n",
                       copy = ".vorn.cfg.vek-previous";
     std::string new_text;
     host::answer = 1;
-    for (auto [error, goes_on] : {std::pair(EIO, 0), {ENOSPC, 0}, {EACCES, 'a'}, {EIO, 'k'}}) {
-        int count = 0; // of the calls, which is known when none was refused
+    for (auto [error, later] : {std::pair(EIO, 0), {ENOSPC, 0}, {EACCES, 'a'}, {EIO, 'k'}}) {
+        int count = 0; // of the calls, known after the first round, in which none fails
         for (int nth = 0; nth <= count; ++nth) {
             fs::remove("second_name");
             write_file(file, old_text);
             fs::create_hard_link(file, "second_name");
-            const std::string answer = run_in_child([&, error = error, goes_on = goes_on] {
+            const std::string answer = run_in_child([&, error = error, later = later] {
                 int made = 0;
                 std::string kind;
-                calls::refuse = [&](const std::string &call) {
+                calls::error_for = [&](const std::string &call) {
                     if (++made == nth)
                         kind = kind_of(call);
-                    bool is_later = nth > 0 && made > nth && goes_on != 0;
-                    return made == nth || (is_later && (goes_on == 'a' || kind_of(call) == kind))
+                    bool is_later = nth > 0 && made > nth && later != 0;
+                    return made == nth || (is_later && (later == 'a' || kind_of(call) == kind))
                                ? error
                                : 0;
                 };
                 std::string lines = std::to_string(vorn_sav_cfg());
-                calls::refuse = nullptr;
+                calls::error_for = nullptr;
                 return lines + drain_output() + "\n" + std::to_string(made);
             });
             SCOPED_TRACE(std::to_string(nth) + strerror(error) + answer);
@@ -369,38 +370,38 @@ TEST_F(Durability, WhateverIsRefusedTheTextIsInTheFileOrInTheOneReported)
     }
 }
 
-// Some file systems do not know how to rename without replacing, and some no links.
+// Some file systems cannot rename without replacing, and some have no links.
 TEST_F(Durability, ARenameNeverReplacesAFile)
 {
     for (int link_error : {0, EPERM}) {
         write_file("old", "old");
         write_file("there", "there");
         fs::remove("new");
-        bool is_plain = false;
-        calls::refuse = [&](const std::string &call) {
-            is_plain = is_plain || call.starts_with("link ");
-            return call.starts_with("link ")                  ? link_error
-                   : call.starts_with("rename ") && !is_plain ? EINVAL
-                                                              : 0;
+        bool has_linked = false;
+        calls::error_for = [&](const std::string &call) {
+            has_linked = has_linked || call.starts_with("link ");
+            return call.starts_with("link ")                    ? link_error
+                   : call.starts_with("rename ") && !has_linked ? EINVAL
+                                                                : 0;
         };
         EXPECT_EQ(vorn_vek_rename_file(Buffer("old"), Buffer("there")), 1);
-        is_plain = false;
+        has_linked = false;
         EXPECT_EQ(vorn_vek_rename_file(Buffer("old"), Buffer("new")), 0);
         EXPECT_EQ(read_file("there") + read_file("new") + read_file("old"), "thereold");
     }
 }
 
-// Two sessions start at the same moment over a tree that neither has made.
-TEST_F(Durability, ADirectoryThatAnotherProcessMakesIsThere)
+// Two sessions start at the same time, and each creates the directories.
+TEST_F(Durability, ADirectoryThatAnotherProcessCreatesIsUsed)
 {
-    calls::refuse = [](const std::string &call) {
+    calls::error_for = [](const std::string &call) {
         std::error_code none;
         return call.starts_with("mkdir ") && fs::create_directory(call.substr(6), none) ? EEXIST
                                                                                         : 0;
     };
     EXPECT_EQ(vorn_vek_db_add("new", "new.vek", 1) + vorn_cre_dat("newer.vek"), 0);
     EXPECT_EQ(drain_output(),
-              "> ERROR: Error: Cannot create directory newer.vek\n"); // but that is its own
+              "> ERROR: Error: Cannot create directory newer.vek\n"); // must not exist
     EXPECT_EQ(listing("new.vek"), (Lines{"dampers.tbl", "springs.tbl"}));
     fs::remove_all("new.vek/dampers.tbl");
     write_file("new.vek/dampers.tbl"); // in the way
@@ -408,8 +409,8 @@ TEST_F(Durability, ADirectoryThatAnotherProcessMakesIsThere)
     EXPECT_EQ(host::printed().size(), 3u);
 }
 
-// A child shares the positions of its parent's files, and what their streams hold.
-TEST_F(Durability, AChildThatEndsChangesNothing)
+// A child shares the file offsets of its parent, and copies the buffers of its streams.
+TEST_F(Durability, AnExitingChildChangesNothing)
 {
     std::string lines;
     for (int i = 0; i < 500; ++i)
@@ -448,22 +449,22 @@ TEST_F(Durability, FilesDoNotGetTheDescriptorsOfClosedStreams)
     EXPECT_EQ(listing("new.vek").size(), 5u);
 }
 
-// Runs an operation as a user who is not root, if this process may become one.
+// Run an operation as a user who is not root, if this process is root.
 static std::string as_other_user(const std::function<std::string()> &operation)
 {
     return run_in_child([&] {
         if (geteuid() == 0 && seteuid(other_user) != 0)
             return std::string("still root");
         std::string answer = operation();
-        calls::refuse = nullptr;
-        return seteuid(getuid()) == 0 ? answer : "not root again"; // writes what is counted
+        calls::error_for = nullptr;
+        return seteuid(getuid()) == 0 ? answer : "not root again"; // to write coverage data
     });
 }
 
-TEST_F(Durability, WhatOtherUsersLeaveInACommonDirectory)
+TEST_F(Durability, FilesOfOtherUsersInASharedDirectoryAreNotTrusted)
 {
     if (geteuid() != 0)
-        GTEST_SKIP() << "only root can make files of several users";
+        GTEST_SKIP() << "only root can create files of several users";
     auto probe = [](const char *dir) {
         return as_other_user([dir] { return std::to_string(vek_dir_is_writable(dir)); });
     };
@@ -486,15 +487,17 @@ TEST_F(Durability, WhatOtherUsersLeaveInACommonDirectory)
             EXPECT_EQ(probe("common"), is_writable) << mode << kind;
         }
     EXPECT_EQ(vek_dir_is_writable("common"), 1);
-    EXPECT_EQ(read_file(file), private_cfg); // which had the name
+    EXPECT_EQ(read_file(file), private_cfg); // which had the name of the probe file
     write_file(name);
     fs::permissions(name, fs::perms(0666));
     EXPECT_EQ(probe("common"), "1"); // though nothing can be created there
     fs::remove(name);
-    calls::refuse = [](const std::string &call) { return call.ends_with(probe_file) ? EACCES : 0; };
-    EXPECT_EQ(vek_dir_is_writable("common"), 0); // by the server
-    calls::refuse = nullptr;
-    // A link in the place of the backup is neither followed nor replaced there.
+    calls::error_for = [](const std::string &call) {
+        return call.ends_with(probe_file) ? EACCES : 0;
+    };
+    EXPECT_EQ(vek_dir_is_writable("common"), 0); // refused by a file server
+    calls::error_for = nullptr;
+    // A symbolic link at the path of the backup is neither followed nor replaced.
     write_file("victim", "a victim");
     fs::permissions("victim", fs::perms(0666));
     fs::permissions("common", fs::perms(01777));
@@ -506,45 +509,45 @@ TEST_F(Durability, WhatOtherUsersLeaveInACommonDirectory)
               "1> ERROR: Cannot create file 'file://common/my.cfq' : Operation not permitted\n");
     EXPECT_EQ(read_file("victim"), "a victim");
     EXPECT_EQ(listing("common"), (Lines{"my.cfg", "my.cfq"}));
-    // Nor is his copy taken for one of ours.
+    // Nor is another user's copy taken for one of the library's.
     write_file(".vorn.cfg.vek-previous", "another's");
     EXPECT_EQ(chown(".vorn.cfg.vek-previous", other_user, other_user), 0);
     set_env("KLV_VORN_PRIVATE_CFG", file);
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     set_env("KLV_VORN_PRIVATE_CFG", "common/my.cfg");
 
-    // Root leaves the file its owner.
+    // An update by root keeps the owner of the file.
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     struct stat status;
     EXPECT_EQ(stat("common/my.cfg", &status), 0);
     EXPECT_EQ(status.st_uid, other_user);
     host::printed();
 
-    // Where nothing can be created beside the file, it is written over.
+    // If nothing can be created in the directory, the file is overwritten.
     fs::permissions("common", fs::perms(0755));
     EXPECT_EQ(as_other_user(update_with_lines),
               "1> ERROR: Cannot create file 'file://common/my.cfq' : Permission denied\n");
     EXPECT_NE(read_file("common/my.cfg"), private_cfg);
 
-    // Whoever comes after a failure finds the text again.
+    // After a failure, the next update reports the copy again.
     write_file("common/my.cfg", private_cfg);
     static const std::string kept =
         "The previous text is kept in file /var/tmp/.vek-previous-65534-";
     const std::string lines = as_other_user([] {
-        calls::refuse = [](const std::string &call) {
+        calls::error_for = [](const std::string &call) {
             return call.starts_with("ftruncate ") && call.ends_with("my.cfg") ? EIO : 0;
         };
         return update_with_lines();
     });
-    const size_t place = lines.find(kept);
-    ASSERT_NE(place, lines.npos) << lines;
+    const size_t pos = lines.find(kept);
+    ASSERT_NE(pos, lines.npos) << lines;
     EXPECT_NE(as_other_user(update_with_lines).find(kept), lines.npos);
-    const std::string copy = lines.substr(place + 34, lines.rfind('.') - place - 34);
+    const std::string copy = lines.substr(pos + 34, lines.rfind('.') - pos - 34);
     EXPECT_EQ(read_file(copy), private_cfg);
     fs::remove(copy);
 }
 
-// An access list that a directory gives to what is created there lets others in.
+// A default access list of the directory would give others access to new files.
 TEST_F(Durability, NewFilesAreAsPrivateAsTheOldOne)
 {
     const unsigned char list[] = {2, 0,   0,   0,   1,   0,   6,  0, 255, 255, 255, 255, 2,   0,  4,

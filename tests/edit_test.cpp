@@ -1,6 +1,6 @@
 // Editing the list of databases while the session runs.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 class Edits : public TempDirTest {};
 
@@ -12,7 +12,7 @@ static int edit(const Lines &row)
                               : vorn_vek_set_write_default(row[1].c_str());
 }
 
-TEST_F(Edits, ChangeTheListAndThePrivateFileOrAreRefused)
+TEST_F(Edits, ChangeTheListAndThePrivateFileOrAreRejected)
 {
     start_session(shared_cfg, private_cfg + "DATABASE_ORDER\n");
     host::printed();
@@ -39,7 +39,7 @@ TEST_F(Edits, ChangeTheListAndThePrivateFileOrAreRefused)
     EXPECT_NE(read_file(".vorn.cfg").find("DEFAULT_WRITE_DB    C\n"), std::string::npos);
 }
 
-TEST_F(Edits, ARemovedDatabaseLeavesItsTablesBehind)
+TEST_F(Edits, ARemovedDatabaseKeepsItsTablesValid)
 {
     start_session();
     for (const char *name : {"a", "b", "c", "d"})
@@ -48,7 +48,7 @@ TEST_F(Edits, ARemovedDatabaseLeavesItsTablesBehind)
     EXPECT_EQ(vorn_vek_db_remove(vorn_vek_level2db(4)), 0); // the record's own name
     EXPECT_STREQ(directory, "a/springs.tbl");
     EXPECT_EQ(names(), "d c b vorn_shared private");
-    // A count that the host has set hides databases, or promises some.
+    // The host can set a count that is lower or higher than the number of databases.
     vek_set_number_of_veks(2);
     EXPECT_EQ(vorn_vek_db_remove("b") + vorn_vek_db_remove("d"), 1);
     vek_set_number_of_veks(4);

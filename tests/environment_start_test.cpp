@@ -1,10 +1,10 @@
-// The host's entry to a session, and the report of the environment.
+// The host's entry points that start a session, and the report of the environment.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
-class StartUp : public TempDirTest {
+class EnvironmentStart : public TempDirTest {
   protected:
-    StartUp()
+    EnvironmentStart()
     {
         set_env("KLV_VORN", home + "/inst");
         set_env("KLV_VORN_SITE", "site");
@@ -13,22 +13,22 @@ class StartUp : public TempDirTest {
     const std::string shared = home + "/inst/vorn.cfg", mine = home + "/.vorn.cfg";
 };
 
-static std::string drain_output(const std::string &line)
+static std::string print_call(const std::string &line)
 {
     return "vc_str_print(" + line + ")\n";
 }
 
 static std::string processing(const std::string &path)
 {
-    return drain_output("  Processing ENVIRONMENT entries in '" + path + "'");
+    return print_call("  Processing ENVIRONMENT entries in '" + path + "'");
 }
 
 static const std::string look_up =
     "ac_tavik_root()\nac_lookup_begin(70, 4)\nac_lookup_object(0)\nac_lookup_done()\n"
     "ac_lookup_by_name(71, 66, plugin_list)\nac_get_string(72, 518, 0)\n";
 
-// All calls, one a line; they are forgotten.
-static std::string trace()
+// Returns the recorded calls, one per line, and clears them.
+static std::string drain_calls()
 {
     std::string all;
     for (const std::string &call : host::calls)
@@ -37,7 +37,7 @@ static std::string trace()
     return all;
 }
 
-TEST_F(StartUp, ReadsTheEnvironmentOfTheProductFirst)
+TEST_F(EnvironmentStart, ReadsTheEnvironmentOfTheProductFirst)
 {
     write_file("inst/vorn.cfg", "DATABASE vorn_shared $BASE/s\nTABLE damper d.tbl dpr\n"
                                 "ENVIRONMENT BASE .\nENVIRONMENT WHERE shared\n");
@@ -45,13 +45,14 @@ TEST_F(StartUp, ReadsTheEnvironmentOfTheProductFirst)
     write_file("plug.cfg", "ENVIRONMENT PLUG in$WHERE\nDATABASE plug $PLUG\n");
     EXPECT_EQ(vorn_vek_cfg_env_read(""), 0);
     EXPECT_EQ(vorn_vek_cfg_env_read("plug"), 0);
-    EXPECT_EQ(trace(), "vc_putenv(BASE, .)\nvc_putenv(WHERE, shared)\nvc_putenv(WHERE, site)\n"
-                       "vc_putenv(WHERE, private)\n" +
-                           drain_output(reading(shared)) + drain_output(reading("site/vorn.cfg")) +
-                           drain_output(reading(mine)) + "vc_putenv(PLUG, inprivate)\n" +
-                           drain_output(reading("./plug.cfg")));
+    EXPECT_EQ(drain_calls(),
+              "vc_putenv(BASE, .)\nvc_putenv(WHERE, shared)\nvc_putenv(WHERE, site)\n"
+              "vc_putenv(WHERE, private)\n" +
+                  print_call(reading(shared)) + print_call(reading("site/vorn.cfg")) +
+                  print_call(reading(mine)) + "vc_putenv(PLUG, inprivate)\n" +
+                  print_call(reading("./plug.cfg")));
     EXPECT_EQ(vorn_vek_db2level("plug"), 3);
-    // A setting that fails is told of; the result is that of the start.
+    // A variable that cannot be set is reported; the result is that of the start.
     for (const char *file : {"site/vorn.cfg", ".vorn.cfg"}) {
         write_file(file, "ENVIRONMENT WHERE fail\n");
         EXPECT_EQ(vorn_vek_cfg_env_read("vorn"), 0);
@@ -68,21 +69,22 @@ TEST_F(StartUp, ReadsTheEnvironmentOfTheProductFirst)
     }
 }
 
-TEST_F(StartUp, ASolverRunReadsThePlugInsFromEachPlace)
+TEST_F(EnvironmentStart, ASolverRunReadsThePlugInsFromEachLocation)
 {
     set_env("KLV_VORN_PRIVATE_DIR", "mine");
     set_env("KLV_USER_PLUGIN_DIR", ";" + repeat_x(300) + ";user;more");
     set_env("topdir", home + "/top/");
-    set_env("KLV_OWN", "own"); // the variable of a plug-in does not count here
+    set_env("KLV_OWN", "own"); // the variable of a plug-in is ignored in this pass
     write_file("inst/vorn.cfg", "ENVIRONMENT QNS_GY_STDSP_MAX 2\n");
     for (const char *file : {"own/own.cfg", "more/c.cfg"})
         write_file(file);
     std::string passes;
-    // The plug-in, its file, and whether the host is told of it.
+    // The plug-in, its file, and whether it is registered with the host.
     for (const Lines &row :
-         rows("here=./here.cfg= a=mine/a/a.cfg= b=mine/b.cfg= c=user/c/c.cfg=told "
-              "d=more/d.cfg=told e=site/e/e.cfg=told none==told own==told f=site/f.cfg=told "
-              "g=top/g/g.cfg=told a=mine/a/a.cfg=")) {
+         rows("here=./here.cfg= a=mine/a/a.cfg= b=mine/b.cfg= c=user/c/c.cfg=registered "
+              "d=more/d.cfg=registered e=site/e/e.cfg=registered none==registered own==registered "
+              "f=site/f.cfg=registered "
+              "g=top/g/g.cfg=registered a=mine/a/a.cfg=")) {
         const std::string file = row[0] == "g" ? home + "/" + row[1] : row[1];
         if (!row[2].empty())
             passes += "register_new_plugin_paths(" + row[0] + ")\n";
@@ -95,15 +97,15 @@ TEST_F(StartUp, ASolverRunReadsThePlugInsFromEachPlace)
     EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 0);
     const std::string all = processing(shared) + "vc_putenv(QNS_GY_STDSP_MAX, 2)\n" +
                             processing(mine) + "vc_putenv(WHERE, private)\n" + look_up + passes;
-    EXPECT_EQ(
-        trace(),
-        drain_output("") + all + drain_output("\n  OS-environment detected:  QNS_GY_STDSP_MAX=2") +
-            drain_output("  Tavik/Gyrant will use -/+ <value> as new limits for steering rack "
-                         "displacement (default = 1.0 m).") +
-            drain_output(""));
-    // A later call repeats all but the mode and the report.
+    EXPECT_EQ(drain_calls(),
+              print_call("") + all +
+                  print_call("\n  OS-environment detected:  QNS_GY_STDSP_MAX=2") +
+                  print_call("  Tavik/Gyrant will use -/+ <value> as new limits for steering rack "
+                             "displacement (default = 1.0 m).") +
+                  print_call(""));
+    // A later call repeats everything but the solver mode and the report.
     EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 0);
-    EXPECT_EQ(trace(), all);
+    EXPECT_EQ(drain_calls(), all);
     write_file("mine/b.cfg", "ENVIRONMENT F fail\n");
     EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 1);
     host::plugin_list.reset();
@@ -113,15 +115,15 @@ TEST_F(StartUp, ASolverRunReadsThePlugInsFromEachPlace)
     EXPECT_EQ(F2C_VORN_VEK_CFG_ENV_READ(), 1);
 }
 
-// A solver asks for a file of the shared database, from its first call on.
-TEST_F(StartUp, TheRoadOfOneRequest)
+// A solver searches for a file of the shared database: all calls from the first on.
+TEST_F(EnvironmentStart, OneRequestOfASolver)
 {
     write_file("inst/vorn.cfg", "ENVIRONMENT BASE " + home +
                                     "\nDATABASE vorn_shared $BASE/s.vek\n"
                                     "TABLE damper dampers.tbl dpr\n");
     write_file("plug.cfg", "ENVIRONMENT KLV_VORN_VARIANT \"x\"\nDATABASE plug plug.vek\n");
     write_file("s.vek/dampers.tbl/myfile.dpr");
-    const std::string empty = on_windows ? " " : ""; // which is not set there
+    const std::string empty = on_windows ? " " : ""; // the empty string unsets it there
     set_env("PERPENDICULAR_ROAD_NORMAL", empty);
     set_env("QNS_3DSHELL_DBG", repeat_x(5000));
     host::plugin_list = "vorn:plug";
@@ -135,23 +137,22 @@ TEST_F(StartUp, TheRoadOfOneRequest)
     EXPECT_EQ(found, 1);
     EXPECT_EQ(listing("private.vek"), Lines{"dampers.tbl"});
     EXPECT_EQ(
-        trace(),
-        drain_output("") + processing(shared) + "vc_putenv(BASE, " + home + ")\n" +
-            processing(mine) + "vc_putenv(WHERE, private)\n" + look_up + processing("./plug.cfg") +
+        drain_calls(),
+        print_call("") + processing(shared) + "vc_putenv(BASE, " + home + ")\n" + processing(mine) +
+            "vc_putenv(WHERE, private)\n" + look_up + processing("./plug.cfg") +
             "vc_putenv(KLV_VORN_VARIANT, x)\n" +
-            drain_output("\n  OS-environment detected:  QNS_3DSHELL_DBG=" + repeat_x(5000)) +
-            drain_output(
-                "  Support for this environment variable has been discontinued; please use "
-                "QNS_3DSHELL_DEBUG instead.") +
-            drain_output("\n  OS-environment detected:  PERPENDICULAR_ROAD_NORMAL=" + empty) +
-            drain_output(
+            print_call("\n  OS-environment detected:  QNS_3DSHELL_DBG=" + repeat_x(5000)) +
+            print_call("  Support for this environment variable has been discontinued; please use "
+                       "QNS_3DSHELL_DEBUG instead.") +
+            print_call("\n  OS-environment detected:  PERPENDICULAR_ROAD_NORMAL=" + empty) +
+            print_call(
                 "  Support for this environment variable has been discontinued; the triggered "
                 "behavior has become the default.") +
-            drain_output("") + drain_output("") + look_up + drain_output(reading(shared)) +
-            drain_output(reading(mine)) + drain_output(reading("./plug.cfg")) + drain_output(""));
+            print_call("") + print_call("") + look_up + print_call(reading(shared)) +
+            print_call(reading(mine)) + print_call(reading("./plug.cfg")) + print_call(""));
 }
 
-TEST_F(StartUp, GoesOnWhenTheHostChangesWhatItGave)
+TEST_F(EnvironmentStart, ContinuesWhenTheHostChangesItsArgument)
 {
     static Buffer name("vorn");
     host::when_print = [](const char *) { name[0] = 'x'; };
@@ -161,8 +162,8 @@ TEST_F(StartUp, GoesOnWhenTheHostChangesWhatItGave)
     EXPECT_EQ(host::printed()[2], reading(shared));
 }
 
-// The product is known before the model's list is fetched and complained of.
-TEST_F(StartUp, TheProductComesBeforeTheListOfPlugIns)
+// The product is known before the model's list is read and reported.
+TEST_F(EnvironmentStart, TheProductComesBeforeTheListOfPlugIns)
 {
     static std::string product;
     host::plugin_list = repeat_x(60000);
@@ -175,7 +176,7 @@ TEST_F(StartUp, TheProductComesBeforeTheListOfPlugIns)
     EXPECT_EQ(product, "vorn");
 }
 
-TEST_F(StartUp, TheReportOfNothingIsEmpty)
+TEST_F(EnvironmentStart, TheReportOfNothingIsEmpty)
 {
     printenvars();
     EXPECT_EQ(host::calls, Lines{});

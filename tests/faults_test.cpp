@@ -1,10 +1,10 @@
-// What is left of a session and of its files when memory runs out, or the system
-// refuses a call or kills the process, wherever that happens.
+// A session and its files survive a failure at any point: an allocation or a system call
+// fails, or the process is killed.
 
 #include "files/files.h"
 #include "support/child.h"
 #include "support/failing_malloc.h"
-#include "support/scratch.h"
+#include "support/fixture.h"
 #include "text/text.h"
 
 #include <cerrno>
@@ -23,7 +23,7 @@ class Faults : public TempDirTest {
   protected:
     void expect_no_fault(const std::function<std::string()> &operation, const std::string &name,
                          kind_of_operation kind);
-    int count = 0;
+    int count = 0; // of the faults
 };
 
 static bool is_reported(const std::string &answer)
@@ -34,20 +34,20 @@ static bool is_reported(const std::string &answer)
     return false;
 }
 
-// Whatever is refused, the private file has its old text or the new one as the
-// result says.
+// After any failure, the private file has its old text or the new one, and the result
+// agrees with it.  Returns what is wrong.
 static std::string loss_in(const std::string &answer, const std::string &old,
-                           const std::string &fresh)
+                           const std::string &new_text)
 {
     const std::string text = read_file(file);
     if (answer != "killed" && answer[0] == '1')
-        return text == fresh ? "" : "not written";
+        return text == new_text ? "" : "not written";
     if (answer != "killed" && !is_reported(answer))
-        return "not told";
-    return text == old || text == fresh ? "" : "lost";
+        return "not reported";
+    return text == old || text == new_text ? "" : "lost";
 }
 
-// A killed update does not keep the next one from its work.
+// After a killed update the next one works.
 static void expect_next_update()
 {
     const std::string text = read_file(file), kept = read_file(backup);
@@ -57,7 +57,7 @@ static void expect_next_update()
     const std::string next = read_file(file);
     write_file(file, text);
     EXPECT_EQ(run_in_child([] { return std::to_string(vorn_wrt_cfg("x", nullptr)); }), "1");
-    EXPECT_EQ(next, read_file(file)); // which nothing had happened to
+    EXPECT_EQ(next, read_file(file)); // as after an update that was not killed
 }
 
 static const std::string source = repeat_x(5000);
@@ -75,9 +75,9 @@ static void prepare()
         write_file(file, old_text);
 }
 
-// All files and directories, but the copy of an update, of which others tell, and
-// a probe file that could not be removed.
-static Lines world()
+// All files and directories, except for the temporary copy of an update, which other tests
+// check, and for a probe file that could not be removed.
+static Lines snapshot()
 {
     Lines all;
     for (const auto &entry : std::filesystem::recursive_directory_iterator(".")) {
@@ -89,49 +89,49 @@ static Lines world()
     return all;
 }
 
-// Refuses each system call of an operation with each error.  One whose first line
-// is that of success and that tells of nothing must have done all.  Only copying
-// does not look at what it reads and writes.
+// Make each system call of an operation fail with each error.  An operation that returns
+// success and reports nothing must have done everything.  Copying is the exception: it
+// does not check its reads and writes.
 void Faults::expect_no_fault(const std::function<std::string()> &operation, const std::string &name,
                              kind_of_operation kind)
 {
     prepare();
-    const std::string good = run_in_child(operation), fresh = read_file(file);
-    const size_t width = good.find('\n') + 1;
-    const Lines done = world();
+    const std::string good = run_in_child(operation), new_text = read_file(file);
+    const size_t size = good.find('\n') + 1;
+    const Lines done = snapshot();
     EXPECT_FALSE(is_reported(good)) << good;
     prepare();
     const std::vector<long> calls = system_calls(operation);
     int considered = 0;
     for (int nth = 1; nth <= (int)calls.size(); ++nth) {
-        std::vector<fault> wishes;
+        std::vector<fault> faults;
         for (int error : kind == UPDATES ? std::vector<int>{} : errors_of(calls[(size_t)nth - 1]))
-            wishes.push_back({nth, error, false});
+            faults.push_back({nth, error, false});
         if (kind == UPDATES)
-            wishes = {{nth, ENOSPC, true}, {nth, EINVAL, true}};
+            faults = {{nth, ENOSPC, true}, {nth, EINVAL, true}};
         if (kind == UPDATE || kind == START)
-            wishes.insert(wishes.end(), {{nth, 0, false}, {nth, ENOSPC, true}});
-        for (const fault &wish : wishes) {
+            faults.insert(faults.end(), {{nth, 0, false}, {nth, ENOSPC, true}});
+        for (const fault &planted : faults) {
             if (++considered % sample_stride != 0)
                 continue;
             long call;
             prepare();
-            std::string answer = run_with_fault(wish, operation, &call);
-            bool may_be_cut =
-                kind == COPY && (call == SYS_write || (call == SYS_read && wish.error != EINTR));
-            bool must_be_done = answer.compare(0, width, good, 0, width) == 0 &&
-                                !is_reported(answer) && !may_be_cut;
+            std::string answer = run_with_fault(planted, operation, &call);
+            bool may_be_truncated =
+                kind == COPY && (call == SYS_write || (call == SYS_read && planted.error != EINTR));
+            bool must_be_done = answer.compare(0, size, good, 0, size) == 0 &&
+                                !is_reported(answer) && !may_be_truncated;
             SCOPED_TRACE(name + ": " + std::to_string(nth) + ", call " + std::to_string(call) +
-                         ", " + strerror(wish.error) + ": " + answer);
-            EXPECT_EQ(kind <= UPDATES ? loss_in(answer, old_text, fresh) : "", "");
+                         ", " + strerror(planted.error) + ": " + answer);
+            EXPECT_EQ(kind <= UPDATES ? loss_in(answer, old_text, new_text) : "", "");
             if (answer == "killed" && kind == UPDATE)
                 expect_next_update();
-            EXPECT_TRUE(wish.error == 0 || answer != "killed");
+            EXPECT_TRUE(planted.error == 0 || answer != "killed");
             EXPECT_EQ(answer.find(" became "), answer.npos);
-            EXPECT_TRUE(!must_be_done || world() == done);
-            // A new file is whole or not there.
+            EXPECT_TRUE(!must_be_done || snapshot() == done);
+            // A new file is complete or missing.
             EXPECT_TRUE(!old_text.empty() || !std::filesystem::exists(file) ||
-                        read_file(file) == fresh);
+                        read_file(file) == new_text);
             ++count;
         }
     }
@@ -143,13 +143,13 @@ struct row {
     int (*run)();
 };
 
-static std::string answer_of(const row &now)
+static std::string result_of(const row &step)
 {
-    std::string result = std::to_string(now.run());
+    std::string result = std::to_string(step.run());
     return result + "\n" + drain_output();
 }
 
-TEST_F(Faults, AnUpdateLosesNothingWhateverTheSystemRefuses)
+TEST_F(Faults, AnUpdateLosesNothingIfAnySystemCallFails)
 {
     set_env("SET", "a value");
     start_session();
@@ -158,43 +158,44 @@ TEST_F(Faults, AnUpdateLosesNothingWhateverTheSystemRefuses)
     old_text = "ENVIRONMENT SET x\nENVIRONMENT UNSET x\nDATABASE goes x\n"
                "DEFAULT_WRITE_DB x\n" +
                repeat_x(5000) + "\n";
-    for (const row &now : {row{"update", [] { return vorn_wrt_cfg("vorn_vek_db_add", "private"); }},
-                           {"overwrite", [] { return host::answer = 1, vorn_sav_cfg(); }},
-                           {"save", [] { return host::answer = 2, vorn_sav_cfg(); }}})
-        expect_no_fault([&] { return answer_of(now); }, now.name, UPDATE);
-    // The second finds what the first has left.
+    for (const row &step :
+         {row{"update", [] { return vorn_wrt_cfg("vorn_vek_db_add", "private"); }},
+          {"overwrite", [] { return host::answer = 1, vorn_sav_cfg(); }},
+          {"save", [] { return host::answer = 2, vorn_sav_cfg(); }}})
+        expect_no_fault([&] { return result_of(step); }, step.name, UPDATE);
+    // The second update starts with what the first has left.
     const row again = {"again",
                        [] { return vorn_wrt_cfg("x", nullptr) * vorn_wrt_cfg("x", nullptr); }};
-    expect_no_fault([&] { return answer_of(again); }, again.name, UPDATES);
-    printf("%d system calls refused\n", count);
+    expect_no_fault([&] { return result_of(again); }, again.name, UPDATES);
+    printf("%d faults injected\n", count);
 }
 
-TEST_F(Faults, AnOperationTellsWhateverTheSystemRefuses)
+TEST_F(Faults, AnOperationReportsAnyFailedSystemCall)
 {
     start_session();
     host::printed();
     old_text = private_cfg;
-    for (const row &now :
+    for (const row &step :
          {row{"copy",
               [] { return vorn_vek_copy_file2file(Buffer("source.dpr"), Buffer("target.dpr")); }},
           {"copy to", [] { return vorn_vek_copy_file2db(Buffer("source.dpr"), "private"); }},
           {"append", [] { return vorn_vek_append_file2file("source.dpr", "target.dpr"); }},
           {"backup", [] { return vek_backup_file(Buffer("source.dpr")); }}})
-        expect_no_fault([&] { return answer_of(now); }, now.name, COPY);
-    for (const row &now :
+        expect_no_fault([&] { return result_of(step); }, step.name, COPY);
+    for (const row &step :
          {row{"rename",
               [] { return vorn_vek_rename_file(Buffer("source.dpr"), Buffer("new.dpr")); }},
           {"delete", [] { return vorn_vek_delete_file(Buffer("source.dpr")); }},
           {"new", [] { return vorn_cre_dat("new.vek"); }},
           {"add", [] { return vorn_vek_db_add("new", "new.vek", 1); }}})
-        expect_no_fault([&] { return answer_of(now); }, now.name, OTHER);
-    printf("%d system calls refused\n", count);
+        expect_no_fault([&] { return result_of(step); }, step.name, OTHER);
+    printf("%d faults injected\n", count);
 }
 
-TEST_F(Faults, AStartTellsWhateverTheSystemRefuses)
+TEST_F(Faults, AStartReportsAnyFailedSystemCall)
 {
     set_env("KLV_VORN", "inst");
-    std::string tables; // so many that directories are listed
+    std::string tables; // enough for directories to be listed
     for (const char *name : {"a", "b", "c"})
         tables += std::string("TABLE ") + name + " " + name + ".tbl " + name + "\n";
     write_file("inst/vorn.cfg", shared_cfg + tables);
@@ -213,7 +214,7 @@ TEST_F(Faults, AStartTellsWhateverTheSystemRefuses)
         old_text.clear();
         write_file("inst/vorn.cfg", shared_cfg);
     }
-    printf("%d system calls refused\n", count);
+    printf("%d faults injected\n", count);
 }
 
 // What a user does in a session.
@@ -222,8 +223,8 @@ static const row session[] = {
     {"start a plug-in", [] { return vorn_vek_cfg_env_read("plug"); }},
     {"search", [] { return (int)search(Buffer("<shared>/dampers.tbl/a.dpr")).size(); }},
     {"add", [] { return vorn_vek_db_add("mine", "mine.vek", 1); }},
-    {"refuse", [] { return vorn_vek_db_add("mine", repeat_x(260).c_str(), 1); }},
-    {"refuse a table", [] { return vek_tbl_read(("TABLE " + repeat_x(400) + " a b").c_str(), 0); }},
+    {"reject", [] { return vorn_vek_db_add("mine", repeat_x(260).c_str(), 1); }},
+    {"reject a table", [] { return vek_tbl_read(("TABLE " + repeat_x(400) + " a b").c_str(), 0); }},
     {"database", [] { return add_database("fifth fifth.vek"); }},
     {"table", [] { return add_table("last last.tbl lst"); }},
     {"grown database", [] { return add_database("sixth sixth.vek"); }},
@@ -245,22 +246,22 @@ static const row session[] = {
      }},
 };
 
-// A step as its result and the state behind it, and the lines that it printed.
+// Run a step and return its result, the state after it, and the lines printed.
 constexpr char line_end = '\1', step_end = '\2';
-static std::string take(const row &now)
+static std::string run_step(const row &step)
 {
     host::printed();
-    std::string taken = std::to_string(now.run());
+    std::string all = std::to_string(step.run());
     for (const char *name : {"damper", "spring"})
-        taken += std::string(" ") + vorn_vek_get_def_propfile(name) + " " +
-                 vorn_vek_get_def_testrig(name);
+        all += std::string(" ") + vorn_vek_get_def_propfile(name) + " " +
+               vorn_vek_get_def_testrig(name);
     const char *chosen = vorn_vek_get_write_default();
-    taken += chosen == nullptr ? "" : chosen;
+    all += chosen == nullptr ? "" : chosen;
     for (const std::string &db : databases())
-        taken += "; " + db;
+        all += "; " + db;
     for (const std::string &line : host::printed())
-        taken += line_end + line;
-    return taken + step_end;
+        all += line_end + line;
+    return all + step_end;
 }
 
 static Lines parts(const std::string &text, char end)
@@ -272,8 +273,8 @@ static Lines parts(const std::string &text, char end)
     return all;
 }
 
-// Whatever has happened, a session can be gone on with.
-static std::string fault_afterwards()
+// A session can continue after any failure.  Returns what does not work.
+static std::string check_session()
 {
     vorn_vek_init("vorn"); // for what the start may have missed
     std::string faults = vorn_vek_db_add("again", "again.vek", 1) == 0 ? "" : "add ";
@@ -287,24 +288,24 @@ static std::string fault_afterwards()
     return faults.empty() ? "" : faults + drain_output();
 }
 
-// The whole session, the number of the step in which memory ran out, and how it
-// can be gone on with.
-static std::string go_through(int nth, bool for_good)
+// Run the whole session.  Returns its steps, the number of the step in which memory ran
+// out, and what does not work afterwards.
+static std::string run_session(int nth, bool persistent)
 {
     std::string answer;
     int failing = -1, number = 0;
-    fail_allocation(nth, for_good);
-    for (const row &now : session) {
-        answer += take(now);
+    fail_allocation(nth, persistent);
+    for (const row &step : session) {
+        answer += run_step(step);
         if (failing < 0 && has_failed())
             failing = number;
         ++number;
     }
     stop_failing();
-    return answer + std::to_string(failing) + step_end + (nth > 0 ? fault_afterwards() : "");
+    return answer + std::to_string(failing) + step_end + (nth > 0 ? check_session() : "");
 }
 
-// What a step leaves: the text behind its result, up to its lines.
+// The state after a step: the text between its result and its lines.
 static std::string state(const std::string &step)
 {
     const size_t start = step.find(' ');
@@ -316,23 +317,23 @@ static std::string result(const std::string &step)
     return step.substr(0, step.find(' '));
 }
 
-// A step that lacks memory says so, if there is some for that; else its lines are
-// as ever but for one, which is missing or cut.
-static bool is_reported(const Lines &now, const Lines &good)
+// A step without memory reports that, if there is memory for the report.  Otherwise its
+// lines are the usual ones except for one, which is missing or truncated.
+static bool is_reported(const Lines &lines, const Lines &good)
 {
-    for (const char *told : {"ABORT: malloc_failure", "Malloc failed.", "Cannot allocate memory",
-                             "ERROR: cannot open file"})
-        for (const std::string &line : now)
-            if (line.find(told) != line.npos)
+    for (const char *report : {"ABORT: malloc_failure", "Malloc failed.", "Cannot allocate memory",
+                               "ERROR: cannot open file"})
+        for (const std::string &line : lines)
+            if (line.find(report) != line.npos)
                 return true;
-    const auto strange = std::count_if(now.begin(), now.end(), [&](const std::string &line) {
+    const auto strange = std::count_if(lines.begin(), lines.end(), [&](const std::string &line) {
         return std::find(good.begin(), good.end(), line) == good.end();
     });
-    return now[0] == good[0] && (size_t)strange <= 1 &&
-           now.size() + 1 - (size_t)strange >= good.size();
+    return lines[0] == good[0] && (size_t)strange <= 1 &&
+           lines.size() + 1 - (size_t)strange >= good.size();
 }
 
-TEST_F(Faults, ASessionGoesOnWhenAnyAllocationFails)
+TEST_F(Faults, ASessionContinuesIfAnyAllocationFails)
 {
     set_env("KLV_VORN", "inst");
     set_env("KLV_VORN_SITE", "inst/site");
@@ -343,44 +344,44 @@ TEST_F(Faults, ASessionGoesOnWhenAnyAllocationFails)
     write_file("inst/site/vorn.cfg", "DATABASE site inst/site.vek\nENVIRONMENT C $HOME\n");
     old_text = "ENVIRONMENT A b\n" + private_cfg + "TESTRIG damper rig\n";
     host::plugin_list = "vorn:plug";
-    auto run = [](int nth, bool for_good) {
+    auto run = [](int nth, bool persistent) {
         prepare();
         write_file("plug.cfg", "TABLE plug plugs.tbl plg\nTABLE x\nDATABASE private x\n");
         write_file("shared.vek/dampers.tbl/a.dpr");
-        return parts(run_in_child([=] { return go_through(nth, for_good); }), step_end);
+        return parts(run_in_child([=] { return run_session(nth, persistent); }), step_end);
     };
     const Lines good = run(0, false);
     const size_t steps = std::size(session);
     ASSERT_EQ(good.size(), steps + 1);
     for (int nth = 1;; nth += sample_stride)
-        for (bool for_good : {false, true}) {
-            const Lines now = run(nth, for_good);
-            ASSERT_GT(now.size(), steps) << nth << " " << now[0];
-            const int failing = std::stoi(now[steps]);
+        for (bool persistent : {false, true}) {
+            const Lines found = run(nth, persistent);
+            ASSERT_GT(found.size(), steps) << nth << " " << found[0];
+            const int failing = std::stoi(found[steps]);
             if (failing < 0) {
                 printf("%d allocations failed\n", count);
                 EXPECT_GT(nth, 50);
                 return;
             }
-            SCOPED_TRACE(std::to_string(nth) + (for_good ? " and all behind it: " : ": ") +
+            SCOPED_TRACE(std::to_string(nth) + (persistent ? " and all later ones: " : ": ") +
                          session[(size_t)failing].name);
             ++count;
-            EXPECT_EQ(now.size(), steps + 1) << now.back();
-            EXPECT_EQ(run_in_child([] { // a next session reads what was saved
+            EXPECT_EQ(found.size(), steps + 1) << found.back();
+            EXPECT_EQ(run_in_child([] { // the next session reads what was saved
                           set_product("vorn");
                           std::string result = std::to_string(vorn_vek_cfg_env_read(""));
                           std::string lines = drain_output();
                           return is_reported(lines) ? lines : result;
                       }),
                       "0");
-            const Lines mine = parts(now[(size_t)failing], line_end);
+            const Lines mine = parts(found[(size_t)failing], line_end);
             const Lines usual = parts(good[(size_t)failing], line_end);
-            EXPECT_TRUE(for_good || is_reported(mine, usual)) << now[(size_t)failing];
+            EXPECT_TRUE(persistent || is_reported(mine, usual)) << found[(size_t)failing];
             if (!std::string(session[(size_t)failing].name).starts_with("start")) {
                 bool is_undone = state(mine[0]) == state(good[(size_t)failing - 1]);
                 EXPECT_TRUE(mine[0] == usual[0] ||
                             (is_undone && result(mine[0]) != result(usual[0])))
-                    << now[(size_t)failing];
+                    << found[(size_t)failing];
             }
         }
 }

@@ -1,6 +1,6 @@
 // Copying, deleting, renaming, backing up and appending files.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <filesystem>
 #include <map>
@@ -42,17 +42,17 @@ TEST_F(Files, AreCopiedMovedAndDeleted)
     make_pipe("pipe");
     write_file("own.x", "kept");
     fs::create_hard_link("own.x", "own.q");
-    end_in(10); // ends a process that waits for a pipe
+    set_alarm(10); // kills a process that waits for a pipe
     for (const Case &row : cases("file_operations")) {
         if (on_windows && std::regex_search(row.head, std::regex("pipe|/dev/|a\\\\b|5000")))
-            continue; // there are no pipes, "\\" separates, and the reason is another
+            continue; // there are no pipes, "\\" is a separator, and the error message differs
         std::string result, operation, first, second;
         std::istringstream(expand_repeats(row.head)) >> result >> operation >> first >> second;
         EXPECT_EQ(operations.at(operation)(Buffer(first), Buffer(second)), std::stoi(result))
             << row.head;
-        EXPECT_EQ(drain_output(), row.drain_output) << row.head;
+        EXPECT_EQ(drain_output(), row.output) << row.head;
     }
-    end_in(0);
+    set_alarm(0);
 }
 
 TEST_F(Files, AreCopiedWholeWhateverTheirSize)
@@ -68,10 +68,10 @@ TEST_F(Files, AreCopiedWholeWhateverTheirSize)
     }
 }
 
-TEST_F(Files, OfAnUnknownExtensionGoToTheRootDirectory)
+TEST_F(Files, OfAnUnknownExtensionAreCopiedToTheRootDirectory)
 {
-    for (const Lines &row : rows(".none .dpr;[12]")) { // whether or not it can be written to
-        const std::string name = fs::path(home).filename().string() + row[0]; // nobody else's
+    for (const Lines &row : rows(".none .dpr;[12]")) { // whether or not it is writable
+        const std::string name = fs::path(home).filename().string() + row[0]; // unique
         write_file(name);
         vorn_vek_copy_file2db(Buffer(name), "db");
         const std::string line = host::printed().back();

@@ -1,6 +1,6 @@
-// Names: taken apart, turned into real paths, and searched for.
+// Names: split, resolved to real paths, and searched for.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -9,7 +9,7 @@
 
 class Names : public TempDirTest {
   protected:
-    // The databases u/private.vek and i/shared.vek with a table for dampers.
+    // Define the databases u/private.vek and i/shared.vek with a table for dampers.
     void define(const std::string &product = "vorn", const std::string &shared = "vorn_shared")
     {
         set_product(product);
@@ -23,15 +23,15 @@ class Names : public TempDirTest {
     }
 };
 
-TEST_F(Names, AreTakenApart)
+TEST_F(Names, AreSplit)
 {
     for (const Lines &row : table("names_apart")) {
         Buffer to_path(row[0]), to_file(row[0]), to_base(row[0]), to_both(row[0]);
         EXPECT_EQ(row, (Lines{row[0], vorn_vek_input2path(to_path), vorn_vek_input2file(to_file),
                               vorn_vek_input2base(to_base), vorn_vek_input2ext(row[0].c_str()),
                               vek_input2tbl_and_file(to_both)}));
-        for (const Buffer *turned : {&to_path, &to_file, &to_base, &to_both})
-            EXPECT_EQ(std::string(*turned).find('\\'), std::string::npos);
+        for (const Buffer *changed : {&to_path, &to_file, &to_base, &to_both})
+            EXPECT_EQ(std::string(*changed).find('\\'), std::string::npos);
     }
     for (const Lines &row : table("added_extensions"))
         EXPECT_EQ(vorn_vek_add_extension(row[0].c_str(), row[1].c_str()), row[2]) << row[0];
@@ -54,7 +54,7 @@ TEST_F(Names, DirectoryAliasesAreSplitAndResolved)
     EXPECT_EQ(vorn_vek_alias2path(too_long), +too_long);
 }
 
-TEST_F(Names, BecomeOneAnother)
+TEST_F(Names, AreConverted)
 {
     define();
     add_table("spring springs.tbl spr");
@@ -112,7 +112,7 @@ TEST_F(Names, AreSearchedFor)
     EXPECT_EQ(search(Buffer(""), 1) + own, "");
 }
 
-TEST_F(Names, SharedHasTwoPlacesInOneProduct)
+TEST_F(Names, SharedStandsForTwoDatabasesInOneProduct)
 {
     define("dunmoren", "shared");
     add_database("dunmoren_shared i/second.vek");
@@ -125,8 +125,8 @@ TEST_F(Names, SharedHasTwoPlacesInOneProduct)
           1, "damper");
 }
 
-// The way back by the plain walk: every table of every database in order.
-static std::string plain_walk(const std::string &path)
+// The reverse lookup by a linear search: every table of every database in order.
+static std::string linear_lookup(const std::string &path)
 {
     const auto begins = [&](const char *start) {
         return vek_strncasecmp(path.c_str(), start, static_cast<int>(strlen(start))) == 0;
@@ -137,8 +137,8 @@ static std::string plain_walk(const std::string &path)
             if (!begins(db.tbls[i]->full_path))
                 continue;
             std::string rest = path.substr(strlen(db.tbls[i]->full_path));
-            bool is_plain_name = rest[0] == '/' && rest.find('/', 1) == rest.npos;
-            if (rest.size() >= 2 && !is_plain_name)
+            bool is_direct_child = rest[0] == '/' && rest.find('/', 1) == rest.npos;
+            if (rest.size() >= 2 && !is_direct_child)
                 return path;
             return "klvds://" + std::string(db.name) + "/" + db.tbls[i]->dir + rest;
         }
@@ -148,7 +148,7 @@ static std::string plain_walk(const std::string &path)
     return path.empty() ? "" : "file://" + path;
 }
 
-TEST_F(Names, TheWayBackSkipsNoTableThatMatters)
+TEST_F(Names, TheReverseLookupSkipsNoRelevantTable)
 {
     const Lines parts = {"", "a", "aa", "A", "b", "/", "/", "/a", "/b"};
     for (const char *operands : {"one a", "two a/b", "three aa", "four b", "five a/b/a"})
@@ -160,6 +160,6 @@ TEST_F(Names, TheWayBackSkipsNoTableThatMatters)
         std::string path;
         for (int part = 0; part < 6; ++part)
             path += parts[(random = random * 1664525 + 1013904223) >> 16 & 7];
-        ASSERT_EQ(vorn_vek_path2alias(Buffer(path)), plain_walk(path)) << path;
+        ASSERT_EQ(vorn_vek_path2alias(Buffer(path)), linear_lookup(path)) << path;
     }
 }

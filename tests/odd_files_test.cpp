@@ -1,9 +1,9 @@
-// Paths that lead to what nobody expects there, files that are no text, and what
-// another user has prepared.
+// Paths that lead to unexpected kinds of files, files that are not text, and files that
+// another user has planted.
 
 #include "platform/platform.h"
 #include "support/child.h"
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <filesystem>
 #include <fstream>
@@ -16,11 +16,11 @@ class OddFiles : public TempDirTest {
   protected:
     OddFiles()
     {
-        end_in(60); // whatever waits for a pipe
+        set_alarm(60); // kills a process that waits for a pipe
     }
     ~OddFiles() override
     {
-        end_in(0);
+        set_alarm(0);
     }
 };
 
@@ -32,9 +32,9 @@ static std::string current_dir()
     return fs::current_path(none);
 }
 
-// What operations on a directory give: the test, the probe, the DATABASE
-// statement, a new database, a copy into it.
-static std::string answers(const std::string &path)
+// The results of operations on a directory: the test, the probe, the DATABASE statement,
+// creating a database, a copy into it.
+static std::string results(const std::string &path)
 {
     std::string all = std::to_string(vorn_vek_db_exists(path.c_str()));
     all += std::to_string(vek_dir_is_writable(path.c_str()));
@@ -53,20 +53,20 @@ TEST_F(OddFiles, AreNoDatabases)
         fs::create_symlink(link[1], link[0]);
     for (const Lines &row : rows("file=00201 pipe=00201 loop=00201 dangling=00201 to_file=00201 "
                                  "/dev/null=00201 to_dir=11000 dir/=11000 new=00000")) {
-        EXPECT_EQ(answers(row[0]), row[1]) << row[0];
+        EXPECT_EQ(results(row[0]), row[1]) << row[0];
         EXPECT_EQ(current_dir(), home) << row[0];
     }
     EXPECT_EQ(read_file("file"), "text");
 }
 
-// The current directory has been removed, or is out of reach by its path.
+// The current directory has been removed, or is not accessible by its path.
 TEST_F(OddFiles, MayBeTheCurrentDirectory)
 {
     set_env("KLV_VORN", home + "/inst");
     write_file("inst/vorn.cfg", shared_cfg);
     write_file(".vorn.cfg", private_cfg);
     set_product("vorn");
-    auto ask = [this] {
+    auto start = [this] {
         if (geteuid() == 0 && seteuid(fs::exists(home + "/gone") ? 0 : other_user) != 0)
             return std::string("still root");
         std::string all = std::to_string(vorn_vek_db_exists("/"));
@@ -76,17 +76,17 @@ TEST_F(OddFiles, MayBeTheCurrentDirectory)
     make_dir("gone/dir");
     fs::current_path("gone/dir");
     fs::remove(home + "/gone/dir");
-    EXPECT_EQ(run_in_child(ask), "02-1 ");
+    EXPECT_EQ(run_in_child(start), "02-1 ");
     fs::remove(home + "/gone");
     fs::current_path(home);
     EXPECT_EQ(vorn_vek_init("vorn"), 0);
     make_dir("locked/dir");
     fs::current_path("locked/dir");
     fs::permissions(home, fs::perms::none);
-    EXPECT_EQ(run_in_child(ask), "020 " + home + "/locked/dir");
+    EXPECT_EQ(run_in_child(start), "020 " + home + "/locked/dir");
     fs::permissions(home, fs::perms::all);
-    fs::permissions(home + "/locked/dir", fs::perms::none); // nor is it by "."
-    EXPECT_EQ(run_in_child(ask), "020 " + home + "/locked/dir");
+    fs::permissions(home + "/locked/dir", fs::perms::none); // nor is it accessible by "."
+    EXPECT_EQ(run_in_child(start), "020 " + home + "/locked/dir");
     fs::permissions(home + "/locked/dir", fs::perms::all);
 }
 
@@ -118,8 +118,8 @@ TEST_F(OddFiles, AreNoConfigurationFilesThatBreakAReader)
     EXPECT_EQ(vorn_sav_cfg(), 0);
 }
 
-// Whoever may write to the directory for temporary files, or to a database, may
-// plant links there.
+// Whoever can write to the directory for temporary files, or to a database, can plant
+// links there.
 TEST_F(OddFiles, OfAnotherUserAreNotFollowed)
 {
     start_session();
@@ -152,8 +152,8 @@ TEST_F(OddFiles, OfAnotherUserAreNotFollowed)
     EXPECT_EQ(listing("private.vek"), (Lines{"dampers.tbl", "springs.tbl"}));
 }
 
-// A statement is one line: what does not fit into one is lost with the session.
-TEST_F(OddFiles, AreNotMadeByNamesWithLineEnds)
+// A statement is one line.  What does not fit into a line is lost at the end of the session.
+TEST_F(OddFiles, AreNotCreatedByNamesWithNewlines)
 {
     start_session();
     const std::string more = "x\nENVIRONMENT EVIL %n", file = "dampers.tbl" + more;

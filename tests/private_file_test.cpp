@@ -1,7 +1,7 @@
-// The user's private file: what is written, when, and what is left of it when
-// writing fails.
+// The user's private file: what is written, when, and what it contains after a failed
+// write.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <filesystem>
 #include <regex>
@@ -25,7 +25,7 @@ class PrivateFile : public TempDirTest {
     void expect_saved(const std::string &kind);
 };
 
-TEST_F(PrivateFile, IsBroughtUpToDateLineByLine)
+TEST_F(PrivateFile, IsUpdatedLineByLine)
 {
     start();
     set_env("SET", "a value");
@@ -36,24 +36,24 @@ TEST_F(PrivateFile, IsBroughtUpToDateLineByLine)
     set_env("NOTE", "a!b");
     set_env(repeat_x(60), repeat_x(178)); // would make 255 characters
     for (const Case &row : cases("rewrites"))
-        for (const char *end : {"\n", "\r\n"}) {
+        for (const char *newline : {"\n", "\r\n"}) {
             std::string tag, name;
             std::istringstream(row.head) >> tag >> name;
             auto text = [&](const std::string &lines) {
-                return std::regex_replace(at_home(lines), std::regex("\n"), end);
+                return std::regex_replace(at_home(lines), std::regex("\n"), newline);
             };
             write_file(file, text(row.text));
             EXPECT_EQ(vorn_wrt_cfg(tag.c_str(), name.empty() ? nullptr : name.c_str()), 1);
-            EXPECT_EQ(read_file(file), text(row.drain_output.substr(2))) << row.head << "\n"
-                                                                         << row.text;
+            EXPECT_EQ(read_file(file), text(row.output.substr(2))) << row.head << "\n" << row.text;
             EXPECT_EQ(read_file(backup), text(row.text));
             EXPECT_EQ(drain_output(), "");
         }
     for (const std::string &left : listing(vorn_vek_tmp_file_path()))
-        EXPECT_TRUE(left.starts_with("vek-test-")) << left; // of tests in a common directory
+        EXPECT_TRUE(left.starts_with("vek-test-"))
+            << left; // of tests that run in the same directory
 }
 
-TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
+TEST_F(PrivateFile, KeepsEveryByteAndTerminatesWhatItWrites)
 {
     start();
     const std::string order = "DATABASE_ORDER    vorn_shared, private";
@@ -70,7 +70,7 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
         EXPECT_EQ(vorn_wrt_cfg(nullptr, nullptr), 1);
         EXPECT_EQ(read_file(file), after);
     }
-    // So that a session reads all of a path.
+    // Paths are written so that a session reads them completely.
     set_env("BLANK", " \t");
     for (const auto &[path, written] : std::vector<std::pair<std::string, std::string>>{
              {"$HOME/b\r", "HOME/b\r/"}, {"$HOME/b \\", "HOME/b /"}, {"$BLANK", "./ \t/"}}) {
@@ -84,24 +84,24 @@ TEST_F(PrivateFile, KeepsEveryByteAndEndsWhatItWrites)
         vorn_vek_db_remove("<a>");
     }
     write_file(file, "DATABASE x");
-    EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1); // which no database has
+    EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", "%n"), 1); // which is no database
     EXPECT_EQ(read_file(file), "DATABASE     %n                 %n\nDATABASE x");
     for (const std::string &name :
          {std::string("a\nTABLE b"), std::string(" \t"), repeat_x(268), std::string("%n "),
-          std::string()}) { // what no statement can hold
+          std::string()}) { // names that no statement can contain
         write_file(file, "DATABASE x");
         EXPECT_EQ(vorn_wrt_cfg("vorn_vek_db_add", name.c_str()), 1);
         EXPECT_EQ(read_file(file), "DATABASE x");
     }
 }
 
-TEST_F(PrivateFile, OrderStatementHoldsTheNamesThatFit)
+TEST_F(PrivateFile, OrderStatementHasTheNamesThatFit)
 {
     set_product("vorn");
     write_file(file, "DATABASE_ORDER\nDEFAULT_WRITE_DB of_another_session\n");
     EXPECT_EQ(vorn_wrt_cfg("", ""), 1);
     EXPECT_EQ(read_file(file), "DATABASE_ORDER    \nDEFAULT_WRITE_DB of_another_session\n");
-    host::answer = 1; // to a save, which has nothing to write either
+    host::answer = 1; // overwrite; a save has nothing to write either
     EXPECT_EQ(vorn_sav_cfg(), 1);
     EXPECT_EQ(read_text(file).find("\nD"), std::string::npos);
     EXPECT_EQ(read_text(file).find("\nTABLE"), std::string::npos);
@@ -121,7 +121,7 @@ TEST_F(PrivateFile, OrderStatementHoldsTheNamesThatFit)
     EXPECT_EQ(read_file(file), order + ", z\n");
 }
 
-// The whole text, for which the row with that head stands in the table.
+// The text of the case with that head in the table.
 static std::string whole_text(const std::string &head)
 {
     for (const Case &row : cases("private_files"))
@@ -132,12 +132,12 @@ static std::string whole_text(const std::string &head)
 
 TEST_F(PrivateFile, StartsFromATemplate)
 {
-    for (const std::string whole : {"template", "template order"}) {
-        set_env("KLV_VEK_SEARCH", whole == "template" ? "YES" : "yes");
-        EXPECT_EQ(_vek_print_cfg_file("VEK_chk_cfg_files", whole.c_str(), nullptr), 1);
-        EXPECT_EQ(read_text(whole), whole_text(whole));
+    for (const std::string name : {"template", "template order"}) {
+        set_env("KLV_VEK_SEARCH", name == "template" ? "YES" : "yes");
+        EXPECT_EQ(_vek_print_cfg_file("VEK_chk_cfg_files", name.c_str(), nullptr), 1);
+        EXPECT_EQ(read_text(name), whole_text(name));
     }
-    // What another process has written meanwhile is left alone by a start.
+    // A start does not change a file that another process has written meanwhile.
     write_file(file, "x");
     EXPECT_EQ(_vek_print_cfg_file("vek_chk_cfg_files", file, nullptr), 1);
     EXPECT_EQ(read_file(file), "x");
@@ -172,13 +172,13 @@ void PrivateFile::expect_saved(const std::string &kind)
     }
 }
 
-TEST_F(PrivateFile, IsSavedFromASessionWithoutRecordsOfTheUsers)
+TEST_F(PrivateFile, IsSavedFromASessionWithoutTheUsersRecords)
 {
     start();
     expect_saved("bare");
 }
 
-TEST_F(PrivateFile, IsSavedFromASessionWithRecordsOfTheUsers)
+TEST_F(PrivateFile, IsSavedFromASessionWithTheUsersRecords)
 {
     write_file("mine.vek/dampers.tbl/a.dpr");
     write_file("b.tyr");
@@ -193,32 +193,32 @@ TEST_F(PrivateFile, IsSavedAsTheUserAnswers)
 {
     set_env("SET", "a value");
     start();
-    const std::string alert = "vc_alert(alert, Private configuration file will be modified\n"
-                              "             Choose write mode, Overwrite, Backup, Cancel, 2)";
-    const std::string told = "> File 'file://" + home +
-                             "/.vorn.cfg' successfully copied to\n>      'file://" + home +
-                             "/.vorn.cfq'.\n> save configuration - backup created of previous "
-                             "configuration file " +
-                             home + "/.vorn.cfg\n\n";
+    const std::string dialog = "vc_alert(alert, Private configuration file will be modified\n"
+                               "             Choose write mode, Overwrite, Backup, Cancel, 2)";
+    const std::string report = "> File 'file://" + home +
+                               "/.vorn.cfg' successfully copied to\n>      'file://" + home +
+                               "/.vorn.cfq'.\n> save configuration - backup created of previous "
+                               "configuration file " +
+                               home + "/.vorn.cfg\n\n";
     for (int answer : {1, 2, 3, 0, 4}) {
         bool writes = answer == 1 || answer == 2;
         write_file(file, old_text);
         std::filesystem::remove(backup);
         host::answer = answer;
         EXPECT_EQ(vorn_sav_cfg(), writes ? 1 : answer == 3 ? -1 : 0);
-        EXPECT_EQ(host::calls_of("vc_alert"), Lines{alert});
-        EXPECT_EQ(drain_output(), answer == 2 ? told : "");
+        EXPECT_EQ(host::calls_of("vc_alert"), Lines{dialog});
+        EXPECT_EQ(drain_output(), answer == 2 ? report : "");
         EXPECT_EQ(read_text(file), writes ? at_home(whole_text("bare")) : old_text);
         EXPECT_EQ(read_file(backup), answer == 2 ? old_text : "");
     }
-    // A backup that an update leaves alone, and one that the user has asked for.
+    // An update does not back up an empty file; a save with a backup does.
     write_file(file);
     write_file(backup, "older");
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     EXPECT_EQ(read_file(backup), "older");
     host::answer = 2;
     EXPECT_EQ(vorn_sav_cfg(), 1);
-    EXPECT_EQ(drain_output() + read_file(backup), told);
+    EXPECT_EQ(drain_output() + read_file(backup), report);
     std::filesystem::remove(file);
     std::filesystem::remove(backup);
     EXPECT_EQ(vorn_sav_cfg(), 1); // there is nothing to back up
@@ -227,7 +227,7 @@ TEST_F(PrivateFile, IsSavedAsTheUserAnswers)
     EXPECT_EQ(read_file(file).find("a value"), std::string::npos);
 }
 
-TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
+TEST_F(PrivateFile, ReportsOnceWhatItCannotStore)
 {
     start();
     write_file("x.dpr");
@@ -246,14 +246,14 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
              {"f", repeat_x(255), "DATABASE f " + repeat_x(255) + "\n"},
              {"two", repeat_x(255), ""}}) {
         if (on_windows && path.size() == 255)
-            continue; // no directory in it has a path that fits there
+            continue; // the paths of its table directories are too long there
         write_file(file, "DATABASE x\n");
         EXPECT_EQ(vorn_vek_db_add(name.c_str(), path.c_str(), 1), 0);
         EXPECT_EQ(drain_output(), line.empty() ? lost("Database '" + name + "'") : "") << name;
         EXPECT_EQ(read_file(file), line + "DATABASE x\n");
     }
     EXPECT_EQ(vorn_vek_set_write_default("c"), 0);
-    EXPECT_EQ(vorn_vek_set_def_propfile("damper", Buffer("x.dpr")), 1); // by no alias
+    EXPECT_EQ(vorn_vek_set_def_propfile("damper", Buffer("x.dpr")), 1); // has no alias
     EXPECT_EQ(vorn_vek_set_def_propfile("spring", Buffer(home + "/a b.dpr")), 1);
     EXPECT_EQ(vorn_vek_set_def_testrig("tyre", "two words"), 1);
     EXPECT_EQ(vorn_vek_set_def_testrig("two words", "rig"), 1);
@@ -292,7 +292,7 @@ TEST_F(PrivateFile, TellsOnceWhatItCannotKeep)
     EXPECT_EQ(drain_output(), lost("Test rig of class 'tyre'")); // another one
 }
 
-TEST_F(PrivateFile, TellsWhyItIsNotUpdated)
+TEST_F(PrivateFile, ReportsWhyItIsNotUpdated)
 {
     write_file(".vorn.cfg.vek-previous", "of an update that was killed");
     start_session();
@@ -315,7 +315,7 @@ TEST_F(PrivateFile, TellsWhyItIsNotUpdated)
     EXPECT_EQ(read_file(file) + read_file(backup), before + before);
     std::filesystem::remove(copy);
 
-    set_env("KLV_VORN_PRIVATE_CFG", "own.q"); // is its own backup
+    set_env("KLV_VORN_PRIVATE_CFG", "own.q"); // which is its own backup
     write_file("own.q", "DATABASE_ORDER");
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
     EXPECT_EQ(drain_output(), "> ERROR: Old filename 'file://own.q' is same as new filename.\n");
@@ -328,7 +328,7 @@ TEST_F(PrivateFile, TellsWhyItIsNotUpdated)
                               "> WARNING: It will not be updated during the session.\n");
 }
 
-TEST_F(PrivateFile, NeedsNoOthersToBeMade)
+TEST_F(PrivateFile, IsCreatedWithoutOtherFiles)
 {
     start();
     const std::string dir = vorn_vek_tmp_file_path();
@@ -343,6 +343,6 @@ TEST_F(PrivateFile, NeedsNoOthersToBeMade)
     host::printed();
     if (!on_windows)
         std::filesystem::create_symlink("/dev/null", "NUL");
-    set_env("KLV_VORN_PRIVATE_CFG", "NUL"); // has no disk
+    set_env("KLV_VORN_PRIVATE_CFG", "NUL"); // a device: there is nothing to sync
     EXPECT_EQ(vorn_wrt_cfg("x", nullptr), 1);
 }

@@ -1,9 +1,9 @@
-// The private file between processes: what a next session finds in it, and the
-// wait for each other's updates.
+// The private file between processes: what the next session reads from it, and waiting for
+// each other's updates.
 
 #include "platform/durable.h"
 #include "support/child.h"
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <algorithm>
 #include <csignal>
@@ -19,8 +19,8 @@ static const char backup[] = ".vorn.cfq";
 
 class Processes : public TempDirTest {};
 
-// The user's databases, in order or by name, and the default for writing.
-static std::string personal(bool in_order)
+// The user's databases, in order or sorted by name, and the default writable database.
+static std::string user_databases(bool in_order)
 {
     Lines found;
     for (const std::string &row : databases())
@@ -43,8 +43,8 @@ static std::string class_defaults()
     return all;
 }
 
-// One session's edits, at random.  What a next one must find: defaults of
-// classes and the order are kept by a save only.
+// Edit the session at random.  Returns what the next session must have: the defaults of
+// classes and the order are stored by a save only.
 static std::string edit_at_random(unsigned seed, bool searches)
 {
     std::minstd_rand random(seed);
@@ -77,13 +77,13 @@ static std::string edit_at_random(unsigned seed, bool searches)
             host::answer = 1 + (int)(random() % 2);
             EXPECT_EQ(vorn_sav_cfg(), 1);
             saved = class_defaults();
-            order = personal(true) + (searches ? names() : "");
+            order = user_databases(true) + (searches ? names() : "");
         }
     }
-    return personal(false) + saved + order;
+    return user_databases(false) + saved + order;
 }
 
-TEST_F(Processes, ANextSessionHasTheEditsOfTheLast)
+TEST_F(Processes, TheNextSessionHasTheEditsOfTheLast)
 {
     write_file("x.dpr");
     write_file("shared.vek/dampers.tbl/y.dpr");
@@ -102,9 +102,10 @@ TEST_F(Processes, ANextSessionHasTheEditsOfTheLast)
         std::string found = run_in_child([&] {
             if (!start())
                 return drain_output();
-            std::string all = personal(false) + class_defaults();
-            return left.size() == all.size() ? all
-                                             : all + personal(true) + (searches ? names() : "");
+            std::string all = user_databases(false) + class_defaults();
+            return left.size() == all.size()
+                       ? all
+                       : all + user_databases(true) + (searches ? names() : "");
         });
         ASSERT_EQ(found, left) << "seed " << seed << "\n" << read_file(".vorn.cfg");
     }
@@ -114,24 +115,24 @@ TEST_F(Processes, WaitForEachOthersUpdates)
 {
     start_session();
     const std::string other = "ENVIRONMENT A_B c\nTESTRIG rig from_the_other\n";
-    int held[2];
-    ASSERT_EQ(pipe(held), 0);
+    int locked[2];
+    ASSERT_EQ(pipe(locked), 0);
     if (fork() == 0) {
         intptr_t lock = platform_lock_file(file, 0);
-        if (write(held[1], "x", 1) == 1)
+        if (write(locked[1], "x", 1) == 1)
             usleep(100000);
         write_file(file, other);
         platform_unlock(lock);
         _exit(0);
     }
     char byte;
-    ASSERT_EQ(read(held[0], &byte, 1), 1);
+    ASSERT_EQ(read(locked[0], &byte, 1), 1);
     vorn_wrt_cfg("x", nullptr);
     EXPECT_EQ(read_file(backup), other);
 }
 
-// A thousand updates of one session: of its list, of the default, and by saves.
-// Both sessions start first, so that neither knows the other's database.
+// Make a thousand updates in one session: of its list, of the default, and by saves.  Both
+// sessions start first, so that neither has the other's database.
 static void update_often(const std::string &name, const std::string &other, bool saves)
 {
     if (vorn_vek_init("vorn") != 0)
@@ -152,7 +153,7 @@ static void update_often(const std::string &name, const std::string &other, bool
     _exit(0);
 }
 
-// Saves drop another session's database, which its order still names.
+// A save removes another session's database, which the order of that session still names.
 TEST_F(Processes, ReadWhatTwoOthersKeepUpdating)
 {
     set_env("KLV_VORN", "inst");
@@ -190,8 +191,9 @@ TEST_F(Processes, ReadWhatTwoOthersKeepUpdating)
     printf("%d readings\n", readings);
 }
 
-// A directory for temporary files may be cleaned away; a link is not a file of ours.
-TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
+// The directory for temporary files may be removed by others.  A symbolic link is not a
+// file of the library's.
+TEST_F(Processes, KeepAUsersFilesAsTheyAre)
 {
     start_session();
     std::filesystem::remove(vorn_vek_tmp_file_path());
@@ -209,7 +211,7 @@ TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
     EXPECT_EQ(read_file("a/b.cfg"), "another");
     EXPECT_NE(read_file("a\\b.cfg"), "DATABASE x y\n");
 
-    // A new file that can't be written does not stay, but a link does.
+    // A new file that cannot be written is removed, but a symbolic link is not.
     std::filesystem::create_symlink("none.cfg", "link.cfg");
     for (const char *name : {"new.cfg", "link.cfg"})
         EXPECT_EQ(run_in_child([name] {
@@ -227,8 +229,8 @@ TEST_F(Processes, LeaveAUsersFilesAsTheyAre)
     EXPECT_TRUE(std::filesystem::is_symlink("link.cfg"));
 }
 
-// What can't be written can still be read, and the user has asked for it.  Of what
-// can't be read there is no backup, and no word about one.
+// A file that cannot be written can still be backed up, if the user chose that.  A file that
+// cannot be read is not backed up, and no backup is reported.
 TEST_F(Processes, BackUpAFileThatCannotBeWritten)
 {
     start_session();
@@ -240,7 +242,7 @@ TEST_F(Processes, BackUpAFileThatCannotBeWritten)
         std::filesystem::permissions(file, std::filesystem::perms(mode));
         std::string answer = run_in_child([] {
             host::printed();
-            if (geteuid() == 0 && seteuid(65534) != 0) // root may write to all files
+            if (geteuid() == 0 && seteuid(65534) != 0) // root can write to all files
                 return std::string("still root");
             int result = vorn_sav_cfg();
             return std::to_string(result) + drain_output();
@@ -253,7 +255,7 @@ TEST_F(Processes, BackUpAFileThatCannotBeWritten)
     EXPECT_EQ(read_file(file) + read_file(backup), private_cfg + private_cfg);
 }
 
-TEST_F(Processes, HaveTemporaryDirectoriesOfTheirOwn)
+TEST_F(Processes, HaveTheirOwnTemporaryDirectories)
 {
     make_dir("dir");
     set_env("TMPDIR", home + "/dir");
@@ -267,8 +269,8 @@ TEST_F(Processes, HaveTemporaryDirectoriesOfTheirOwn)
     if (fork() == 0)
         exit(0);
     wait(nullptr);
-    EXPECT_TRUE(std::filesystem::exists(dir)); // a child that ends leaves it alone
-    EXPECT_EQ(run_in_child([this] {            // a long one leaves no room for the names of files
+    EXPECT_TRUE(std::filesystem::exists(dir)); // an exiting child does not remove it
+    EXPECT_EQ(run_in_child([this] {            // too long for the names of files in it
                   make_dir(home + "/" + repeat_x(220));
                   set_env("TMPDIR", home + "/" + repeat_x(220));
                   return std::string(vorn_vek_tmp_file_path()).substr(0, 5);

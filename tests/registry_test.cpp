@@ -1,13 +1,13 @@
 // The lists of databases and tables, and the directories that belong to them.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <climits>
 #include <filesystem>
 
 class Registry : public TempDirTest {};
 
-TEST_F(Registry, DatabaseStatementsAreTakenOrLeaveOnlyTheirDirectory)
+TEST_F(Registry, RejectedDatabaseStatementsLeaveOnlyTheirDirectory)
 {
     vek_private_cfg_index = 2;
     set_env("PLACE", "w\\in//");
@@ -20,7 +20,7 @@ TEST_F(Registry, DatabaseStatementsAreTakenOrLeaveOnlyTheirDirectory)
     EXPECT_EQ(host::printed().size(), 2U); // of vek_eval_str
     EXPECT_EQ(databases(), (Lines{"a a.vek 2", "b b and blanks 2", "Shared h 2", "w w/in 2",
                                   "tilde ./a~1 2", repeat_x(30) + " c 2"}));
-    for (size_t length : {259u, 260u}) { // of the current directory: 260 have no room
+    for (size_t length : {259u, 260u}) { // of the path of the current directory; 260 is too long
         const std::string deep = home + "/" + repeat_x(length - home.size() - 1);
         make_dir(deep);
         std::filesystem::current_path(deep);
@@ -66,8 +66,8 @@ TEST_F(Registry, LevelsOutOfRangeFindNothing)
     }
     vek_set_number_of_veks(2);
     EXPECT_EQ(databases(), (Lines{"one 1 0: c 0", "two 2 0: c 0"}));
-    static const char *hidden = vorn_vek_level2db(2); // stays, for those who hold it
-    vek_set_number_of_veks(1);                        // hides the second, which the next replaces
+    static const char *hidden = vorn_vek_level2db(2); // must stay valid
+    vek_set_number_of_veks(1); // hides the second database; the next statement replaces it
     EXPECT_EQ(add_database("two 3"), 0);
     EXPECT_STREQ(vorn_vek_ext2path("e", 2), "3/d");
     EXPECT_STREQ(hidden, "two");
@@ -93,7 +93,7 @@ TEST_F(Registry, OnlyAWritableDatabaseBecomesTheDefault)
     }
     EXPECT_STREQ(name, "OPEN");
     EXPECT_EQ(vek_set_write_db("DEFAULT_WRITE_DB open behind"), 0);
-    EXPECT_EQ(vorn_vek_set_write_default(name), 0); // its own text
+    EXPECT_EQ(vorn_vek_set_write_default(name), 0); // its own string
     EXPECT_STREQ(name, "open");
     EXPECT_EQ(vorn_vek_db_iswritable("Open"), 1);
 }
@@ -124,7 +124,7 @@ TEST_F(Registry, TablesAreFoundByClassAndExtension)
     check(vek_ext2alias, "Spr;1=<two>/springs.tbl none= =<two> *=<two> ;3=<two> *;3=<two>", 2);
     check(vorn_vek_ext2path, "dpr;1=2/dampers.tbl .dpr=", 2);
     check(vorn_vek_get_tbl_path, "Damper=1/dampers.tbl none=", 1);
-    // Texts of one length and end.
+    // Strings of the same length and with the same end.
     for (const char *operands :
          {"front_absorber front_absorber 1_extension", "rears_absorber rears_absorber 2_extension"})
         add_table(operands);
@@ -138,7 +138,7 @@ TEST_F(Registry, TablesAreFoundByClassAndExtension)
     EXPECT_EQ(host::printed(), Lines{});
 }
 
-TEST_F(Registry, MissingTableDirectoriesAreMade)
+TEST_F(Registry, MissingTableDirectoriesAreCreated)
 {
     const Lines names = {"shared", "site", "private", "plug"};
     vek_private_cfg_index = 2;
@@ -178,8 +178,8 @@ TEST_F(Registry, MissingTableDirectoriesAreMade)
     EXPECT_EQ(lines.at(17), lines.at(8));
 }
 
-// A database of many tables is listed, however much else lies in it.
-TEST_F(Registry, DirectoriesOfManyTablesAreMadeBesideOtherFiles)
+// The directory of a database with many tables is listed, whatever else it contains.
+TEST_F(Registry, DirectoriesOfManyTablesAreCreatedAlongsideOtherFiles)
 {
     add_database("first first");
     Lines all;
@@ -248,12 +248,12 @@ static std::string order()
     return names;
 }
 
-TEST_F(Registry, DatabasesChangePlaces)
+TEST_F(Registry, DatabasesAreReordered)
 {
     set_product("vorn");
     for (const char *name : {"a", "b", "c", "d", "vorn_shared"})
         add_database(name + std::string(" ") + name);
-    const char *held = vorn_vek_level2db(4);
+    const char *name_d = vorn_vek_level2db(4);
     // An operation, its name and level or its line, the result and the order.
     for (const Lines &row : table("database_order")) {
         const int level = row[0] == "move" ? std::stoi(row[2]) : 0;
@@ -266,7 +266,7 @@ TEST_F(Registry, DatabasesChangePlaces)
     }
     EXPECT_EQ(vorn_vek_db_remove("c"), 0); // without tables
     EXPECT_EQ(vorn_vek_db2level("c"), -1);
-    EXPECT_STREQ(held, "d");
+    EXPECT_STREQ(name_d, "d");
     vek_set_number_of_veks(100);
     EXPECT_EQ(vorn_vek_db_reorder("a", 6), 1);
     set_env("KLV_VEK_SEARCH", "yes");
@@ -279,7 +279,7 @@ TEST_F(Registry, DatabasesChangePlaces)
                                   "> ERROR: Erroneous statement(s) ignored in file : 't.cfg'.\n");
 }
 
-TEST_F(Registry, TheDatabaseReportProbesAnew)
+TEST_F(Registry, TheDatabaseReportProbesAgain)
 {
     add_database("mine m");
     add_database("locked l");

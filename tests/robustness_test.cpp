@@ -1,7 +1,7 @@
-// Arguments of any length and null ones, and memory that runs out.
+// Strings of any length, null pointers, and running out of memory.
 
 #include "support/failing_malloc.h"
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -16,7 +16,7 @@ template <typename Result> static void check(Result result, const char *text)
     }
 }
 
-// Calls each operation with a null text and with long and odd ones.
+// Call each operation with a null pointer and with long and unusual strings.
 template <typename Result, typename Argument>
 static void call(std::initializer_list<Result (*)(Argument)> operations)
 {
@@ -87,7 +87,7 @@ static void call_all()
          }});
 }
 
-TEST_F(Robustness, NoTextBreaksAnOperation)
+TEST_F(Robustness, NoStringBreaksAnOperation)
 {
     call_all();
     start_session();
@@ -99,7 +99,7 @@ TEST_F(Robustness, NoTextBreaksAnOperation)
     call_all();
 }
 
-TEST_F(Robustness, FilesReadWithoutMemoryLeaveRoomForLaterOnes)
+TEST_F(Robustness, FilesReadWithoutMemoryKeepNoSlot)
 {
     fail_allocation(1, true);
     for (int i = 0; i < 25; ++i)

@@ -1,13 +1,13 @@
-// A session: whose it is, which files it finds, and what a start makes of them.
+// A session: its product, the files it finds, and what a start makes of them.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <algorithm>
 #include <filesystem>
 
 class Session : public TempDirTest {};
 
-// What vek_chk_cfg_files gives: its result and the three paths.
+// The result of vek_chk_cfg_files and the three paths.
 static Lines chk_cfg_files(const std::string &name)
 {
     Buffer shared(""), site("as before"), mine("as before");
@@ -37,7 +37,7 @@ TEST_P(EachProduct, HasItsNamesAndPrivateVariables)
 INSTANTIATE_TEST_SUITE_P(Table, EachProduct, testing::ValuesIn(table("products")),
                          [](const auto &row) { return row.param[0]; });
 
-TEST_F(Session, TheFirstSharedFileThatExistsIsTaken)
+TEST_F(Session, TheFirstSharedFileThatExistsIsUsed)
 {
     set_product("vorn");
     for (const Lines &row : rows("KLV_PLUG=own KLV_VORN=own KLV_VORN_PRIVATE_DIR=mine topdir=inst- "
@@ -55,7 +55,7 @@ TEST_F(Session, TheFirstSharedFileThatExistsIsTaken)
         std::filesystem::remove(row[1]);
     }
     EXPECT_EQ(chk_cfg_files("plug"), (Lines{"2", "", "as before", "as before"}));
-    write_file("plug/plug.cfg"); // would be that of an empty topdir
+    write_file("plug/plug.cfg"); // would be found with an empty topdir
     unset("topdir");
     vek_set_interface_mode();
     EXPECT_EQ(chk_cfg_files("plug")[0], "1");
@@ -65,14 +65,14 @@ TEST_F(Session, TheFirstSharedFileThatExistsIsTaken)
                      "ERROR:  And is required to continue.", "ERROR: Check your installation!"}));
 }
 
-TEST_F(Session, FindsTheSiteFileAndMakesThePrivateOne)
+TEST_F(Session, FindsTheSiteFileAndCreatesThePrivateOne)
 {
     const std::string mine = home + "/.vorn.cfg", dir(200, 'd');
     make_dir(dir);
     set_product("vorn");
     write_file("plug.cfg");
     write_file("site/vorn.cfg");
-    set_env("KLV_VORN_SITE", "site"); // that of another name
+    set_env("KLV_VORN_SITE", "site"); // of another name
     EXPECT_EQ(chk_cfg_files("plug"), (Lines{"0", "./plug.cfg", "", mine}));
     EXPECT_TRUE(std::filesystem::is_regular_file(mine));
     for (const char *site : {"", "site"}) {
@@ -83,7 +83,7 @@ TEST_F(Session, FindsTheSiteFileAndMakesThePrivateOne)
     EXPECT_EQ(chk_cfg_files("plug"), (Lines{"0", "./plug.cfg", "site/plug.cfg", mine}));
     for (const Lines &bad : rows("none/x.cfg " + dir + "/[66] [5000] =")) {
         if (on_windows && bad[0].empty())
-            continue; // is not set there
+            continue; // unset there
         set_env("KLV_VORN_PRIVATE_CFG", bad[0]);
         EXPECT_EQ(chk_cfg_files("plug")[0], "1") << bad[0];
         EXPECT_EQ(host::printed().back(),
@@ -94,7 +94,7 @@ TEST_F(Session, FindsTheSiteFileAndMakesThePrivateOne)
     unset("KLV_VORN_PRIVATE_CFG");
     unset("HOME");
     EXPECT_EQ(chk_cfg_files("plug")[3], "./.vorn.cfg");
-    for (size_t length : {267u, 266u}) { // of a path, which may have 266
+    for (size_t length : {267u, 266u}) { // of a path; 266 is the limit
         const std::string deep = dir + "/" + repeat_x(length - 210);
         write_file(deep + "/plug.cfg");
         set_env("KLV_PLUG", deep);
@@ -133,7 +133,7 @@ TEST_F(Session, GrowsWithEachStart)
     EXPECT_EQ(listing("plug.vek"), Lines{});
     EXPECT_EQ(listing("private.vek"), (Lines{"dampers.tbl", "mine.tbl", "roads.tbl", "springs.tbl",
                                              "third.tbl", "tyres.tbl", "wheels.tbl"}));
-    // Warnings name the file of a table, not the one that now has its slot.
+    // Warnings name the file that defined the table, not the one that now has its slot.
     std::filesystem::remove_all("private.vek");
     write_file("private.vek");
     EXPECT_EQ(vek_upd_vek_tbls(-2), 1);
@@ -145,7 +145,7 @@ TEST_F(Session, GrowsWithEachStart)
                   "WARNING:   defined in the configuration file " + files[i] + ".");
 }
 
-TEST_F(Session, AStartWithoutSharedFileIsNone)
+TEST_F(Session, AStartWithoutSharedFileHasNoEffect)
 {
     vek_set_product_name(); // "vorn" without the variable
     EXPECT_EQ(vorn_vek_init("none") + vorn_vek_init("vorn"), 0);

@@ -1,6 +1,6 @@
 // The solver's search, which starts the library itself.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <regex>
 
@@ -14,7 +14,7 @@ class Solver : public TempDirTest {
         set_env("HOME", ".");
         set_env("KLV_VORN", ".");
     }
-    // What F2C_DB_SEARCH gives for a name, and prints.
+    // Check what F2C_DB_SEARCH returns for a name, and prints.
     void expect(const std::string &name, int found, const std::string &text,
                 const Lines &lines = {})
     {
@@ -47,9 +47,9 @@ TEST_F(Solver, StartsThePlugInsOfTheModelEvenIfOneFails)
     expect("x", 1, path);
 }
 
-class ASetUp : public Solver, public testing::WithParamInterface<Lines> {};
+class FirstSearch : public Solver, public testing::WithParamInterface<Lines> {};
 
-TEST_P(ASetUp, RunsOnce)
+TEST_P(FirstSearch, StartsTheLibraryOnce)
 {
     const Lines &row = GetParam();
     for (const char *file : {"end.cfg", "endx.cfg", "plug.cfg", "VORN.cfg"})
@@ -70,7 +70,7 @@ TEST_P(ASetUp, RunsOnce)
     expect("none", 0, "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, ASetUp, testing::ValuesIn(table("solver_set_ups")),
+INSTANTIATE_TEST_SUITE_P(Table, FirstSearch, testing::ValuesIn(table("solver_set_ups")),
                          [](const auto &row) { return row.param[0]; });
 
 TEST_F(Solver, WithoutDatabasesTestsPlainPaths)
@@ -89,7 +89,7 @@ TEST_F(Solver, WithoutDatabasesTestsPlainPaths)
     Buffer name("none");
     set_env("QNS_PRODUCT_NAME", "ZAPT2");
     EXPECT_EQ(db_search(name, "", nullptr), +name);
-    int found = 7; // the one result that is asked for
+    int found = 7; // the only result requested
     F2C_DB_SEARCH(nullptr, 0, nullptr, &found, "here.dpr", 0, "");
     EXPECT_EQ(found, 1);
 }
@@ -100,10 +100,10 @@ TEST(Build, IsIdentifiedBeforeAnyStart)
     const char *release = vek_build_version();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     testing::internal::CaptureStdout();
-    const char *told = vek_version();
+    const char *version = vek_version();
     std::string text = testing::internal::GetCapturedStdout();
-    EXPECT_NE(told, release);
-    EXPECT_STREQ(told, release);
+    EXPECT_NE(version, release);
+    EXPECT_STREQ(version, release);
     std::smatch parts;
     ASSERT_TRUE(std::regex_match(
         text, parts,

@@ -1,23 +1,23 @@
-// Messages, and the text operations that everything else leans on.
+// Messages, and the string operations that everything else uses.
 
 #include "support/failing_malloc.h"
-#include "support/scratch.h"
+#include "support/fixture.h"
 #include "text/text.h"
 
 class Message : public TempDirTest {};
 class TextOperation : public TempDirTest {};
 
-TEST_F(Message, GoesOutWhateverTheSettingsAreAndPutsThemBack)
+TEST_F(Message, IsPrintedWhateverTheSettingsAreAndRestoresThem)
 {
     host::settings = {{0, 7}, {309, 11}, {310, 12}};
     EXPECT_EQ(vek_err("not shown", "two\nlines %s%n"), 0);
-    const std::string ask = "default_current_defaults()";
+    const std::string defaults = "default_current_defaults()";
     EXPECT_EQ(host::calls,
-              (Lines{"msg_get_gui_threshold()", ask, "dbt_get_int(1, 309, 0)", ask,
-                     "dbt_get_int(2, 310, 0)", "msg_set_gui_threshold(0)", ask,
-                     "dbt_set_int(3, 309, 2, 0)", ask, "dbt_set_int(4, 310, 2, 0)",
-                     "vc_str_print(ERROR: two\nlines %s%n)", "msg_set_gui_threshold(7)", ask,
-                     "dbt_set_int(5, 309, 11, 0)", ask, "dbt_set_int(6, 310, 12, 0)"}));
+              (Lines{"msg_get_gui_threshold()", defaults, "dbt_get_int(1, 309, 0)", defaults,
+                     "dbt_get_int(2, 310, 0)", "msg_set_gui_threshold(0)", defaults,
+                     "dbt_set_int(3, 309, 2, 0)", defaults, "dbt_set_int(4, 310, 2, 0)",
+                     "vc_str_print(ERROR: two\nlines %s%n)", "msg_set_gui_threshold(7)", defaults,
+                     "dbt_set_int(5, 309, 11, 0)", defaults, "dbt_set_int(6, 310, 12, 0)"}));
     host::printed();
     EXPECT_EQ(vek_warn("", ""), 0);
     vek_abort(nullptr, nullptr);
@@ -29,7 +29,7 @@ TEST_F(Message, GoesOutWhateverTheSettingsAreAndPutsThemBack)
     EXPECT_EQ(host::calls, Lines{});
 }
 
-TEST_F(TextOperation, ComparesFindsAndRaises)
+TEST_F(TextOperation, ComparesSearchesAndConvertsToUpperCase)
 {
     // Compared whole and over two characters.
     for (const Lines &row : rows("Table=tABLE=0=0 ==0=0 a=B=-1=-1 abc=ab=67=0 a=ab=-66=-66 "
@@ -45,7 +45,7 @@ TEST_F(TextOperation, ComparesFindsAndRaises)
     check(last, "aa/b/c=4 /=0 none=none =none", "/");
     check(last, "aaa=1 Aa=none a=none", "aa");
     check(last, "abc=3 =0", "");
-    // What is compared as equal has one key.
+    // Strings that compare equal have the same hash.
     for (int i = 0; i < 256 * 256; ++i) {
         const char first[] = {'x', static_cast<char>(i >> 8), '\0'};
         const char second[] = {'X', static_cast<char>(i & 255), '\0'};
@@ -64,7 +64,7 @@ TEST_F(TextOperation, ExpandsVariables)
     for (const Lines &row : rows("HOME=/u/ A=q B=$A/z SELF=$SELF RING=$GNIR GNIR=$RING X264=[264] "
                                  "X265=[265] X266=[266] X267=[267]"))
         set_env(row[0], row[1]);
-    set_env("Q", "A=b");          // the environment holds "Q=A=b", which is no variable Q=A
+    set_env("Q", "A=b");          // the environment has "Q=A=b", which is not a variable Q=A
     for (int i = 0; i <= 64; ++i) // $N0 takes 64 replacements, $N64 one more
         set_env("N" + std::to_string(i), i == 63 ? "end" : "$N" + std::to_string((i + 1) % 65));
     for (const Lines &row : table("variables")) {
@@ -75,19 +75,19 @@ TEST_F(TextOperation, ExpandsVariables)
     }
 }
 
-TEST_F(TextOperation, CleansAndTurnsSeparators)
+TEST_F(TextOperation, CleansUpAndConvertsSeparators)
 {
     check(vek_rm_extra_separators, table("separators"));
-    for (const auto &turn : {vorn_vek_nt2unix_path, vorn_vek_runtime_path_port})
-        check(turn, "\\a\\b/=/a/b/");
+    for (const auto &convert : {vorn_vek_nt2unix_path, vorn_vek_runtime_path_port})
+        check(convert, "\\a\\b/=/a/b/");
     check(vorn_vek_unix2nt_path, "/a/b\\=\\a\\b\\");
     check(vorn_vek_nt2unix_path, {{"a\\b\nc\\d", "a/b\nc\\d"}, {"\n\\", "\n\\"}});
     check(_vek_getlongpath, "a~1/b=a~1/b");
     write_file("file");
     make_pipe("pipe");
-    end_in(10); // ends a process that waits for somebody to write
+    set_alarm(10); // kills a process that waits for a writer
     vek_file_exists("pipe");
-    end_in(0);
+    set_alarm(0);
     EXPECT_EQ(vek_file_exists("file"), 1);
     EXPECT_EQ(vek_file_exists("none") + vek_file_exists(".") + vek_file_exists(""), 0);
 }

@@ -1,7 +1,7 @@
-// What only Windows does: drives, short names, "\" and letter case in paths, and
-// files that are marked as read-only.
+// Windows only: drives, short names, "\" and letter case in paths, and files with the
+// read-only attribute.
 
-#include "support/scratch.h"
+#include "support/fixture.h"
 
 #include <filesystem>
 #include <fstream>
@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 
 class Windows : public TempDirTest {};
 
-// The short form of a path, if the file system makes one.
+// The short form of a path, if the file system has one.
 static std::string short_form(const std::string &path)
 {
     char text[VEK_PATH_SIZE] = "";
@@ -19,20 +19,21 @@ static std::string short_form(const std::string &path)
     return text;
 }
 
-TEST_F(Windows, PathsAreTakenAsUsersWriteThem)
+TEST_F(Windows, PathsAreAcceptedAsUsersWriteThem)
 {
     start_session();
     const std::string path = home + "/private.vek/dampers.tbl/x.dpr";
-    std::string turned = path;
-    for (char &character : turned)
+    std::string with_backslashes = path;
+    for (char &character : with_backslashes)
         character = character == '/' ? '\\' : character;
     write_file(path);
     for (const std::string &name :
-         {path, turned, "file://" + path, std::string("<private>\\dampers.tbl\\x.dpr")})
+         {path, with_backslashes, "file://" + path, std::string("<private>\\dampers.tbl\\x.dpr")})
         EXPECT_EQ(search(Buffer(name)), path) << name;
     EXPECT_EQ(search(Buffer("<PRIVATE>/Dampers.tbl/X.DPR")),
               home + "/private.vek/dampers.tbl/X.DPR");
-    EXPECT_STREQ(vorn_vek_path2alias(Buffer(turned)), "klvds://private/dampers.tbl/x.dpr");
+    EXPECT_STREQ(vorn_vek_path2alias(Buffer(with_backslashes)),
+                 "klvds://private/dampers.tbl/x.dpr");
     EXPECT_STREQ(vorn_vek_path2alias(Buffer("c:\\a\\x.dpr")), "file://c:/a/x.dpr");
     EXPECT_STREQ(vorn_vek_input2full(Buffer("file:////srv/d/x.dpr")), "//srv/d/x.dpr");
 }
@@ -51,7 +52,7 @@ TEST_F(Windows, DrivesHaveCurrentDirectoriesOfTheirOwn)
     EXPECT_STREQ(vek_list[1]->path, "c:");
 }
 
-// As if the process made each its current directory.
+// The results are those of changing to the directory.
 TEST_F(Windows, DirectoriesAreTestedWithoutLeavingTheCurrentOne)
 {
     const fs::path here = fs::current_path();
@@ -67,22 +68,22 @@ TEST_F(Windows, DirectoriesAreTestedWithoutLeavingTheCurrentOne)
     for (std::string path = home; path.size() < 300; path += path.size() % 10 == 0 ? "/d" : "d") {
         std::error_code ignored;
         fs::create_directory("\\\\?\\" + fs::path(path).make_preferred().string(), ignored);
-        bool is_entered = SetCurrentDirectoryA(path.c_str()) != 0;
+        bool is_accessible = SetCurrentDirectoryA(path.c_str()) != 0;
         fs::current_path(here);
         bool is_there = vorn_vek_db_exists(path.c_str()) == 1;
-        EXPECT_TRUE(is_entered ? is_there : !is_there || path.size() >= 258) << path.size();
+        EXPECT_TRUE(is_accessible ? is_there : !is_there || path.size() >= 258) << path.size();
         EXPECT_TRUE(!is_there || path.size() <= 260) << path.size();
     }
     EXPECT_EQ(fs::current_path(), here);
 }
 
-TEST_F(Windows, ShortNamesAreGivenBackInTheirLongForm)
+TEST_F(Windows, ShortNamesAreReturnedInTheirLongForm)
 {
     const std::string path = home + "/a long directory.vek";
     make_dir(path);
     const std::string abbreviated = short_form(path);
     if (abbreviated.find('~') == std::string::npos)
-        GTEST_SKIP() << "this file system makes no short names";
+        GTEST_SKIP() << "this file system has no short names";
     EXPECT_EQ(std::string(_vek_getlongpath(abbreviated.c_str())).substr(home.size()),
               path.substr(home.size()));
     EXPECT_EQ(add_database("a " + abbreviated), 0);

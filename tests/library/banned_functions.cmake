@@ -1,5 +1,5 @@
-# Sources of the libraries can't use the C library's unbounded functions: the
-# compiler refuses their names.
+# Sources of the libraries cannot use the C library's unbounded functions: the compiler
+# rejects their names.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -14,11 +14,11 @@ foreach(name IN LISTS banned allowed)
     execute_process(
       COMMAND ${CXX} ${${library}_OPTIONS} -I${SOURCES} -fsyntax-only ${WORK_DIR}/${name}.cpp
       RESULT_VARIABLE result
-      ERROR_VARIABLE said)
+      ERROR_VARIABLE errors)
     if(name IN_LIST allowed AND NOT result EQUAL 0)
-      message(SEND_ERROR "${library}: ${name} can't be used: ${said}")
-    elseif(name IN_LIST banned AND (result EQUAL 0 OR NOT said MATCHES "poisoned"))
-      message(SEND_ERROR "${library}: ${name} can be used: ${said}")
+      message(SEND_ERROR "${library}: ${name} cannot be used: ${errors}")
+    elseif(name IN_LIST banned AND (result EQUAL 0 OR NOT errors MATCHES "poisoned"))
+      message(SEND_ERROR "${library}: ${name} can be used: ${errors}")
     endif()
   endforeach()
 endforeach()

@@ -1,5 +1,5 @@
-# Hosts in C, C++ and Fortran, built against an installation in each of the two
-# ways that README.md tells of, and run on the sample installation.
+# Hosts in C, C++ and Fortran, built against an installation in each of the two ways
+# that README.md describes, and run on the sample installation.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -7,7 +7,7 @@ function(run)
   execute_process(COMMAND ${ARGN} OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-# What a host prints at the end.
+# Check the end of what a host prints.
 function(expect output)
   execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
   if(NOT text MATCHES "${output}\n$")
@@ -15,8 +15,7 @@ function(expect output)
   endif()
 endfunction()
 
-# The installation is moved: nothing in it may hold the place that it was made
-# for.
+# The installation is moved: no file in it may contain the original prefix.
 file(REMOVE_RECURSE ${WORK_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD} --config "${CONFIG}" --prefix ${WORK_DIR}/first)
 set(prefix ${WORK_DIR}/prefix)

@@ -1,6 +1,6 @@
-# Two builds of the same sources, in two places and at two times, are equal byte
-# by byte when SOURCE_DATE_EPOCH is set.  They are built as packages are, with
-# options that map their places away.
+# Two builds of the same sources, in two directories and at two times, are identical byte
+# for byte when SOURCE_DATE_EPOCH is set.  They are built as packages are, with options
+# that remove the directories from the output.
 
 cmake_minimum_required(VERSION 3.25)
 

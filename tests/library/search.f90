@@ -20,24 +20,24 @@ program search_test
   call expect('a.dpr', 'damper', 4, '', 5)
   call expect(longest, 'damper', vek_path_size, longest, vek_path_size - 1)
   call expect(longest, 'damper', vek_path_size - 2, '', vek_path_size - 1)
-  ! The library would cut this one to a name of the file.
+  ! The library would truncate this one to a path of the file.
   call expect(repeat('./', (vek_path_size - 8) / 2) // '/a.dprxx', 'damper', vek_path_size, '', 0)
   if (failed) stop 1
 
 contains
 
-  ! The answer in a variable of `room` characters; no path stands for not found.
-  subroutine expect(name, file_class, room, path, length)
+  ! Check the result in a variable of `size` characters.  An empty path means not found.
+  subroutine expect(name, file_class, size, path, length)
     character(*), intent(in) :: name, file_class, path
-    integer, intent(in) :: room, length
-    character(room) :: answer
-    integer :: answer_length
+    integer, intent(in) :: size, length
+    character(size) :: result
+    integer :: result_length
     logical :: found
 
-    answer = repeat('#', room)
-    call vek_search(name, file_class, answer, found, answer_length)
-    if (answer == path .and. (found .eqv. path /= '') .and. answer_length == length) return
-    write (error_unit, '(5a, l2, i4)') '"', name, '": answered "', answer, '"', found, answer_length
+    result = repeat('#', size)
+    call vek_search(name, file_class, result, found, result_length)
+    if (result == path .and. (found .eqv. path /= '') .and. result_length == length) return
+    write (error_unit, '(5a, l2, i4)') '"', name, '": returned "', result, '"', found, result_length
     failed = .true.
   end subroutine expect
 end program search_test

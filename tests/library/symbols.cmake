@@ -1,4 +1,4 @@
-# What the shared library exports, asks for and needs.
+# The symbols that the shared library exports and imports, and the libraries it needs.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -8,7 +8,7 @@ function(run output)
   set(${output} "${lines}" PARENT_SCOPE)
 endfunction()
 
-# The dynamic symbols of a library, without address, kind and version.
+# List the dynamic symbols of a library, without address, type and version.
 function(symbols output kind library)
   run(lines ${NM} -D ${kind} --format=posix ${library})
   set(names)
@@ -23,7 +23,7 @@ function(symbols output kind library)
   set(${output} "${names}" PARENT_SCOPE)
 endfunction()
 
-# Reports the names of one list that are not in another.
+# Report the names of one list that are not in another.
 function(expect_none_of text names known)
   list(REMOVE_ITEM names ${known})
   if(names)
@@ -36,23 +36,23 @@ symbols(exported --defined-only ${LIBRARY})
 expect_none_of("exported, but not in the list" "${exported}" "${listed}")
 expect_none_of("in the list, but not exported" "${listed}" "${exported}")
 
-# Nothing is asked for but the C library's, the core library's, and what the
-# compiler's start files and checkers look for.
+# The only undefined symbols are those of the C library, of the core library, and of the
+# compiler's startup files and sanitizers.
 set(core
     vc_str_print vc_alert vc_putenv msg_get_gui_threshold msg_set_gui_threshold
     default_current_defaults dbt_get_int dbt_set_int ac_tavik_root ac_lookup_begin ac_lookup_object
     ac_lookup_done ac_lookup_by_name ac_get_string register_new_plugin_paths)
 symbols(provided --defined-only ${HOST_LIBRARY})
-expect_none_of("not in the stand-in of the core library" "${core}" "${provided}")
+expect_none_of("not in the stub core library" "${core}" "${provided}")
 symbols(c_library --defined-only ${C_LIBRARY})
-symbols(asked --undefined-only ${LIBRARY})
-list(FILTER asked EXCLUDE REGEX "^(__gmon_start__|_ITM_.*)$")
+symbols(imported --undefined-only ${LIBRARY})
+list(FILTER imported EXCLUDE REGEX "^(__gmon_start__|_ITM_.*)$")
 if(SANITIZED)
-  list(FILTER asked EXCLUDE REGEX "^__(asan|ubsan|sanitizer)_")
+  list(FILTER imported EXCLUDE REGEX "^__(asan|ubsan|sanitizer)_")
 endif()
-expect_none_of("asked for" "${asked}" "${core};${c_library}")
+expect_none_of("imported" "${imported}" "${core};${c_library}")
 
-# Hosts that are linked once find the library under this name from then on.
+# The SONAME: linked hosts look for the library by this name.
 run(lines ${READELF} -d ${LIBRARY})
 if(NOT "${lines}" MATCHES "SONAME[^;]*\\[libvek\\.so\\.1]")
   message(SEND_ERROR "${LIBRARY} is not libvek.so.1: ${lines}")
@@ -65,7 +65,7 @@ foreach(library ${LIBRARY} ${HOST_LIBRARY})
   endif()
   if("${lines}" MATCHES "NEEDED[^;]*lib(std)?c\\+\\+")
     if(SANITIZED)
-      message(STATUS "${library} gets the C++ runtime library from the checkers, not tested")
+      message(STATUS "${library} gets the C++ runtime library from the sanitizers, not tested")
     else()
       message(SEND_ERROR "${library} needs the C++ runtime library")
     endif()

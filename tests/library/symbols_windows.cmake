@@ -1,8 +1,8 @@
-# What the libraries for Windows export and which others they load.
+# The functions that the libraries for Windows export, and the DLLs that they load.
 
 cmake_minimum_required(VERSION 3.25)
 
-# Leaves in `output` what a pattern takes from each line about a library.
+# Store in `output` what the pattern captures from each line of objdump.
 function(listed output library pattern)
   execute_process(COMMAND ${OBJDUMP} -p ${library} OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
   string(REGEX MATCHALL "${pattern}" lines "${text}")
@@ -22,7 +22,7 @@ if(NOT exported STREQUAL expected)
   message(SEND_ERROR "exported are '${exported}', expected '${expected}'")
 endif()
 
-# Beside the system's own libraries.
+# Apart from the system's own libraries.
 function(expect_loaded library expected)
   listed(loaded ${library} "DLL Name: ([^\n]+)\n")
   list(REMOVE_ITEM loaded ADVAPI32.dll KERNEL32.dll msvcrt.dll)

@@ -1,4 +1,4 @@
-# A small installation, and vekhost over the real libraries.
+# vekhost with the shared libraries, on a small installation.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -19,8 +19,7 @@ set(ENV{KLV_VORN} ${WORK_DIR})
 set(shared ${WORK_DIR}/shared.vek/dampers.tbl/a.dpr)
 set(spring ${WORK_DIR}/private.vek/springs.tbl/b.spr)
 
-# The exit status, and what stands on standard output, of vekhost with these
-# words.
+# Check the exit status and the standard output of vekhost with these arguments.
 function(expect status output)
   execute_process(
     COMMAND ${VEKHOST} ${ARGN}
@@ -57,7 +56,7 @@ set(ENV{VEHICLE_SOLVER_DEBUG} 7)
 expect(0 "OS-environment detected:  VEHICLE_SOLVER_DEBUG=7" env)
 expect(0 "find" --help)
 
-# Why, and which of several; the levels are walked through only on request.
+# --why and --all.  The levels are searched only if KLV_VEK_SEARCH asks for it.
 set(none "No such file or directory")
 expect(1 "1 +private +dampers.tbl +${none} +${WORK_DIR}/private.vek/dampers.tbl/z.dpr\n.*not \"yes\".*not found\n$"
        find --why --class damper "<private>/dampers.tbl/z.dpr")
@@ -76,7 +75,7 @@ expect(1 "not found\n$" find --all --class damper none.dpr)
 unset(ENV{KLV_VEK_SEARCH})
 expect(1 "1 +vorn_shared +not searched .*not found\n$" find --all --class damper a.dpr)
 
-# Edits, each by a session of its own.
+# Edits, each in its own session.
 expect(0 "^0 errors and 0 warnings in ${WORK_DIR}/vorn.cfg, ${WORK_DIR}/.vorn.cfg, ./plug.cfg\n$"
        --plugin plug check)
 expect(0 "^$" add mine mine.vek)
@@ -100,12 +99,12 @@ expect(1 "^$" new-database new.vek)
 expect(0 "^\n\nQNS C .*QNS Release  ver: [0-9.]+-CL[0-9]+\n$" version)
 file(APPEND ${WORK_DIR}/.vorn.cfg "DATABASE\n")
 expect(1 "^2 errors and 2 warnings in " check)
-foreach(words "" "nonsense" "find" "copy;x" "copy;x;y;--to-db;z" "rename;x" "--nonsense;find;x" "--solver;--plugin;plug;find;x" "--solver;check"
+foreach(arguments "" "nonsense" "find" "copy;x" "copy;x;y;--to-db;z" "rename;x" "--nonsense;find;x" "--solver;--plugin;plug;find;x" "--solver;check"
               "find;--all;x" "report;x;y" "move;x" "add;x")
-  expect(2 "^$" ${words})
+  expect(2 "^$" ${arguments})
 endforeach()
 
-# Only records and what holds them may be left at the end, within reach.
+# At exit only memory that is still reachable may be allocated: the records.
 if(VALGRIND)
   list(PREPEND VEKHOST ${VALGRIND} --quiet --leak-check=full --error-exitcode=9
        --show-leak-kinds=definite,indirect,possible --errors-for-leak-kinds=definite,indirect,possible)

@@ -16,16 +16,16 @@
 #include <unistd.h>
 
 #ifdef VEK_COVERAGE
-extern "C" void __gcov_dump(); // of the compiler's library that counts what is run
+extern "C" void __gcov_dump(); // of the compiler's coverage library
 #else
 static void __gcov_dump()
 {
 }
 #endif
 
-// The library removes its directory for temporary files at an exit, which these
-// children do not make.
-static void leave_nothing()
+// The library removes its directory for temporary files in exit(), which these children
+// do not call.
+static void clean_up()
 {
     const char *dir = vorn_vek_tmp_file_path();
     if (dir != nullptr)
@@ -40,23 +40,23 @@ std::string run_in_child(const std::function<std::string()> &operation)
         abort();
     pid_t child = fork();
     if (child == 0) {
-        std::string answer = operation();
-        leave_nothing();
-        _exit(write(ends[1], answer.data(), answer.size()) == (ssize_t)answer.size() ? 0 : 1);
+        std::string result = operation();
+        clean_up();
+        _exit(write(ends[1], result.data(), result.size()) == (ssize_t)result.size() ? 0 : 1);
     }
     close(ends[1]);
-    std::string answer;
+    std::string result;
     char block[4096];
     for (ssize_t length; (length = read(ends[0], block, sizeof block)) > 0;)
-        answer.append(block, (size_t)length);
+        result.append(block, (size_t)length);
     close(ends[0]);
     int status = 0;
     waitpid(child, &status, 0);
-    return status == 0 ? answer : "died";
+    return status == 0 ? result : "died";
 }
 
-// They keep the process alive, or their number changes from run to run.
-static bool is_left_alone(long call)
+// Calls that the process needs to survive, or whose number differs from run to run.
+static bool is_exempt(long call)
 {
     static const std::set<long> calls = {
         SYS_mmap,    SYS_munmap,         SYS_mremap,      SYS_brk,        SYS_mprotect,
@@ -64,17 +64,17 @@ static bool is_left_alone(long call)
     return calls.contains(call);
 }
 
-// Leaves the answer in memory that the parent sees: writing it may be refused.
-// The last byte tells that it is there, and that faults are over.
-static pid_t start_traced(const std::function<std::string()> &operation, char *answer, size_t width)
+// Start a traced child.  It leaves the result in shared memory, since writing it to a pipe
+// could fail.  The last byte is set when the result is complete: no faults after that.
+static pid_t start_traced(const std::function<std::string()> &operation, char *result, size_t size)
 {
     pid_t child = fork();
     if (child == 0) {
         ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
         raise(SIGSTOP);
-        operation().copy(answer, width - 2);
-        answer[width - 1] = 1;
-        leave_nothing();
+        operation().copy(result, size - 2);
+        result[size - 1] = 1;
+        clean_up();
         _exit(0);
     }
     waitpid(child, nullptr, 0);
@@ -82,23 +82,23 @@ static pid_t start_traced(const std::function<std::string()> &operation, char *a
     return child;
 }
 
-// Lets the child go on to the next beginning or end of a system call.
-static bool go_on(pid_t child, user_regs_struct *register_paths, int *status)
+// Continue the child to the next entry or exit of a system call.  Returns false if it ended.
+static bool run_to_next_stop(pid_t child, user_regs_struct *registers, int *status)
 {
     ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
     waitpid(child, status, 0);
-    return WIFSTOPPED(*status) && ptrace(PTRACE_GETREGS, child, nullptr, register_paths) == 0;
+    return WIFSTOPPED(*status) && ptrace(PTRACE_GETREGS, child, nullptr, registers) == 0;
 }
 
-static void set_registers(pid_t child, user_regs_struct *register_paths, unsigned long long *one,
+static void set_registers(pid_t child, user_regs_struct *registers, unsigned long long *one,
                           long value)
 {
     *one = (unsigned long long)value;
-    ptrace(PTRACE_SETREGS, child, nullptr, register_paths);
+    ptrace(PTRACE_SETREGS, child, nullptr, registers);
 }
 
-// What a process holds on to: its descriptors and its current directory.
-static std::string holdings(pid_t child)
+// Describes the resources of a process: its descriptors and its current directory.
+static std::string resources(pid_t child)
 {
     const std::string process = "/proc/" + std::to_string(child);
     const std::filesystem::directory_iterator descriptors(process + "/fd");
@@ -106,70 +106,70 @@ static std::string holdings(pid_t child)
            std::filesystem::read_symlink(process + "/cwd").string();
 }
 
-// What becomes of a child that makes all its calls but those that the wish is
-// about, up to its answer.
-struct course {
+// A run of a child with a fault, up to its result.
+struct traced_run {
     std::vector<long> calls;
-    std::string change; // of what it holds on to
+    std::string change; // of its resources
     int status = 0;
 };
 
-// A descriptor is closed even where closing it fails.
-static course follow(pid_t child, const fault &wish, const char *is_done)
+// A failing close() still closes the descriptor.
+static traced_run trace(pid_t child, const fault &planted, const char *is_done)
 {
-    course made;
-    user_regs_struct register_paths = {};
-    const std::string before = holdings(child);
-    long refused = -1; // the kind of call
-    while (go_on(child, &register_paths, &made.status)) {
+    traced_run made;
+    user_regs_struct registers = {};
+    const std::string before = resources(child);
+    long failed = -1; // the call that the fault hit
+    while (run_to_next_stop(child, &registers, &made.status)) {
         if (*is_done) {
-            if (holdings(child) != before)
-                made.change = before + " became " + holdings(child);
+            if (resources(child) != before)
+                made.change = before + " became " + resources(child);
             ptrace(PTRACE_DETACH, child, nullptr, nullptr);
             waitpid(child, &made.status, 0);
             break;
         }
-        long call = (long)register_paths.orig_rax;
+        long call = (long)registers.orig_rax;
         bool is_due = false;
-        if (!is_left_alone(call)) {
+        if (!is_exempt(call)) {
             made.calls.push_back(call);
-            is_due = (int)made.calls.size() == wish.nth || (wish.for_good && call == refused);
+            is_due =
+                (int)made.calls.size() == planted.nth || (planted.persistent && call == failed);
         }
-        if (is_due && wish.error == 0)
+        if (is_due && planted.error == 0)
             kill(child, SIGKILL);
-        is_due = is_due && wish.error != 0;
+        is_due = is_due && planted.error != 0;
         if (is_due && call != SYS_close)
-            set_registers(child, &register_paths, &register_paths.orig_rax, -1);
-        if (!go_on(child, &register_paths, &made.status))
+            set_registers(child, &registers, &registers.orig_rax, -1);
+        if (!run_to_next_stop(child, &registers, &made.status))
             break;
         if (is_due)
-            set_registers(child, &register_paths, &register_paths.rax, -wish.error);
-        refused = is_due ? call : refused;
+            set_registers(child, &registers, &registers.rax, -planted.error);
+        failed = is_due ? call : failed;
     }
     return made;
 }
 
-static course run(const fault &wish, const std::function<std::string()> &operation,
-                  std::string *answer)
+static traced_run run(const fault &planted, const std::function<std::string()> &operation,
+                      std::string *result)
 {
-    constexpr size_t width = 1 << 16;
-    void *shared = mmap(nullptr, width, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    constexpr size_t size = 1 << 16;
+    void *shared = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     char *text = (char *)shared;
-    course made = follow(start_traced(operation, text, width), wish, &text[width - 1]);
+    traced_run made = trace(start_traced(operation, text, size), planted, &text[size - 1]);
     bool is_whole = WIFEXITED(made.status) && WEXITSTATUS(made.status) == 0;
-    *answer = is_whole ? text + made.change : "killed";
-    munmap(shared, width);
+    *result = is_whole ? text + made.change : "killed";
+    munmap(shared, size);
     return made;
 }
 
-std::string run_with_fault(const fault &wish, const std::function<std::string()> &operation,
+std::string run_with_fault(const fault &planted, const std::function<std::string()> &operation,
                            long *call)
 {
-    std::string answer;
-    const std::vector<long> calls = run(wish, operation, &answer).calls;
-    const size_t place = (size_t)wish.nth - 1;
-    *call = place < calls.size() ? calls[place] : -1;
-    return answer;
+    std::string result;
+    const std::vector<long> calls = run(planted, operation, &result).calls;
+    const size_t pos = (size_t)planted.nth - 1;
+    *call = pos < calls.size() ? calls[pos] : -1;
+    return result;
 }
 
 std::vector<long> system_calls(const std::function<std::string()> &operation)

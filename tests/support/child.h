@@ -1,5 +1,5 @@
-// Running operations in a process of their own, which has the state of this one
-// and leaves it alone, and letting the system refuse what they ask.
+// Running operations in a child process, which inherits the state of this one and leaves
+// it unchanged, and making their system calls fail.
 
 #pragma once
 
@@ -7,33 +7,32 @@
 #include <string>
 #include <vector>
 
-// Sanitizers make children and long files ten times as slow: then tests take this
-// part of what they have.
+// Sanitizers make children and long files ten times slower.  Tests then run one of every
+// `sample_stride` cases.
 #if defined __SANITIZE_ADDRESS__
 constexpr int sample_stride = 7;
 #else
 constexpr int sample_stride = 1;
 #endif
 
-// What the operation gives, from a child process; "died" if the child did.
+// Run the operation in a child process and return its result, or "died" if the child died.
 std::string run_in_child(const std::function<std::string()> &operation);
 
-// What happens to the nth system call, counted from 1.
+// A fault to inject into the nth system call, counted from 1.
 struct fault {
     int nth;
-    int error;     // the call is refused with it; 0: the process is killed before the call
-    bool for_good; // and so are all later calls of its kind
+    int error;       // errno value of the failing call; 0 kills the process before the call
+    bool persistent; // all later calls of its kind fail, too
 };
 
-// Runs the operation in a child with the fault.  Result: what the operation
-// gave, and behind it what descriptors it left open, or in which other directory
-// it left the process; or "killed".  Calls that manage memory and signals, or
-// fetch random numbers, are neither refused nor counted.
-// *call becomes the kind of the nth: with sanitizers not all runs are alike.
-std::string run_with_fault(const fault &wish, const std::function<std::string()> &operation,
+// Run the operation in a child with the fault.  Returns "killed", or the result of the
+// operation, followed by the change if it left descriptors open or changed the current
+// directory.  Calls that manage memory and signals or get random numbers neither fail nor
+// count.  *call is set to the number of the nth call: with sanitizers runs differ.
+std::string run_with_fault(const fault &planted, const std::function<std::string()> &operation,
                            long *call);
 
-// The kinds of the system calls that the operation makes, in order.
+// The numbers of the system calls that the operation makes, in order.
 std::vector<long> system_calls(const std::function<std::string()> &operation);
-// The errors with which a kind of call is refused here.
+// The errors that a kind of call is tested with.
 std::vector<int> errors_of(long call);

@@ -5,13 +5,13 @@
 #include <cstdio>
 #include <utility>
 
-static int left; // allocations up to the one that fails; 0 if none is to fail
-static bool failed, goes_on;
+static int left; // allocations up to and including the one that fails; 0 if none fails
+static bool failed, is_persistent;
 
-void fail_allocation(int nth, bool for_good)
+void fail_allocation(int nth, bool persistent)
 {
     left = nth;
-    goes_on = for_good;
+    is_persistent = persistent;
 }
 
 bool has_failed()
@@ -22,7 +22,7 @@ bool has_failed()
 bool stop_failing()
 {
     left = 0;
-    goes_on = false;
+    is_persistent = false;
     return std::exchange(failed, false);
 }
 
@@ -30,7 +30,7 @@ static bool fails_now()
 {
     if (left > 0 && --left == 0)
         return failed = true;
-    return failed && goes_on;
+    return failed && is_persistent;
 }
 
 extern "C" {

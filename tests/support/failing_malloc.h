@@ -1,10 +1,10 @@
-// Makes the library's allocations fail.
+// Makes allocations of the library fail.
 
 #pragma once
 
-// The nth allocation from now on fails, counted from 1, and with `for_good` all
-// behind it.
-void fail_allocation(int nth, bool for_good);
+// Make the nth allocation from now on fail, counted from 1, and with `persistent` all
+// after it.
+void fail_allocation(int nth, bool persistent);
 bool has_failed();
-// All succeed again.  Result: whether one has failed.
+// Let allocations succeed again.  Returns whether one has failed.
 bool stop_failing();

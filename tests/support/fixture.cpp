@@ -1,4 +1,4 @@
-#include "scratch.h"
+#include "fixture.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -15,17 +15,17 @@ TempDirTest::TempDirTest()
         if (variable.starts_with("KLV_") || variable.starts_with("QNS_") ||
             variable.starts_with("topdir="))
             unset(variable.substr(0, variable.find('=')));
-    home = make_scratch_dir();
+    home = make_temp_dir();
     fs::current_path(home);
     set_env("HOME", home);
-    make_dir(home + "-tmp"); // goes with what killed processes leave in it
+    make_dir(home + "-tmp"); // removed with whatever killed processes leave in it
     set_env(on_windows ? "TMP" : "TMPDIR", home + "-tmp");
 }
 
 TempDirTest::~TempDirTest()
 {
     fs::current_path("/");
-    std::error_code ignored; // some paths here are too long for a system
+    std::error_code ignored; // some paths are too long for the system
     fs::remove_all(home, ignored);
     fs::remove_all(home + "-tmp", ignored);
 }
@@ -137,8 +137,8 @@ std::vector<Case> cases(const std::string &name)
             continue;
         }
         std::replace(line.begin(), line.end(), '~', '\t');
-        bool is_said = line[0] == '>' || !all.back().drain_output.empty();
-        (is_said ? all.back().drain_output : all.back().text) += expand_repeats(line) + "\n";
+        bool is_output = line[0] == '>' || !all.back().output.empty();
+        (is_output ? all.back().output : all.back().text) += expand_repeats(line) + "\n";
     }
     EXPECT_FALSE(all.empty()) << name;
     return all;

@@ -1,5 +1,6 @@
-// A directory of its own for each test, which is the current directory and
-// HOME, an environment without the library's variables, and what tests do there.
+// The fixture of the tests, and functions that they share.  Each test has a temporary
+// directory, which is its current directory and HOME, and an environment without the
+// library's variables.
 
 #pragma once
 
@@ -21,20 +22,20 @@ class TempDirTest : public testing::Test {
   protected:
     TempDirTest();
     ~TempDirTest() override;
-    std::string home; // the directory
+    std::string home; // the temporary directory
 };
 
 void set_env(const std::string &name, const std::string &value); // in the environment
 void make_dir(const std::string &path);                          // with its parents
 void write_file(const std::string &path, const std::string &text = "");
 std::string read_file(const std::string &path);
-std::string read_text(const std::string &path); // with line ends as a program reads them
+std::string read_text(const std::string &path); // in text mode: newlines are converted
 Lines listing(const std::string &dir);          // its entries, sorted
-// A database in which nobody can make the probe file, root included, has it as a
-// directory.
+// The file that the library creates to probe a directory.  If it exists as a directory, the
+// probe fails for every user, root included.
 constexpr char probe_file[] = "/tmp_bedwvorn.txt";
 
-// A text that the library may write to, in the bytes that it may count on.
+// A writable string, in a buffer of the size that the library may rely on.
 class Buffer {
   public:
     explicit Buffer(const std::string &text);
@@ -47,18 +48,18 @@ class Buffer {
     std::unique_ptr<char[]> bytes;
 };
 
-std::string repeat_x(size_t count);           // that many "x"
-std::string expand_repeats(std::string text); // with n times "x" for each [n]
+std::string repeat_x(size_t count);           // "x", `count` times
+std::string expand_repeats(std::string text); // replaces each [n] by n times "x"
 
-// The rows of tests/tables/<name>.txt, one a line: cells with "|" between them
-// and blanks around them that do not count, in which [n] stands for n times "x".
-// A line that begins with "#" is a comment.
+// Read the rows of tests/tables/<name>.txt, one per line.  Cells are separated by "|".
+// Spaces around them are removed, and [n] stands for n times "x".  A line that begins
+// with "#" is a comment.
 std::vector<Lines> table(const std::string &name);
 
-// A table: rows with white space between them, each "cell=cell=...", in which
-// [n] stands for n times "x".
+// Parse a table in a string: rows separated by white space, each "cell=cell=...".  [n]
+// stands for n times "x".
 std::vector<Lines> rows(const std::string &table);
-// Expects an operation to give each row's second cell for the first.
+// Expect an operation to return the second cell of each row for the first.
 template <typename Operation, typename... More>
 void check(Operation operation, const std::vector<Lines> &table, More... more)
 {
@@ -71,32 +72,32 @@ void check(Operation operation, const std::string &table, More... more)
     check(operation, rows(table), more...);
 }
 
-// The cases of tests/tables/<name>.txt, where their parts are explained.
+// Read the cases of tests/tables/<name>.txt.  A comment in that file explains their parts.
 struct Case {
-    std::string head, text, drain_output;
+    std::string head, text, output;
 };
 std::vector<Case> cases(const std::string &name);
-// The variables set and the lines printed since the last time.
+// Returns the variables set and the lines printed since the last call, and clears them.
 std::string drain_output();
 
-// The result of a DATABASE or TABLE statement with these operands.
+// Handle a DATABASE or TABLE statement with these operands and return its result.
 int add_database(const std::string &operands, int cfg_index = 0);
 int add_table(const std::string &operands, int cfg_index = 0);
 
-std::string names(); // of the databases, in order, with blanks between them
-// Databases as "name path index: class index, ...".
+std::string names(); // of the databases, in order, separated by spaces
+// The databases as "name path index: class index, ...".
 Lines databases();
 
-// A search, with the block of its result released.
+// Search for a file and release the result.
 std::string search(char *name, int level = 1, const std::string &file_class = "damper");
 
-std::string reading(const std::string &path); // the line that says that a file is read
+std::string reading(const std::string &path); // the message that a file is read
 
-// KLV_PRODUCT_NAME and vek_set_product_name.
+// Set KLV_PRODUCT_NAME and call vek_set_product_name.
 void set_product(const std::string &name);
 
-// A first start of the product vorn from inst/vorn.cfg and HOME/.vorn.cfg.
+// Start the product vorn from inst/vorn.cfg and HOME/.vorn.cfg, as the first session.
 extern const std::string shared_cfg;  // database vorn_shared, tables for damper and spring
-extern const std::string private_cfg; // database private, which is the default for writing
+extern const std::string private_cfg; // database private, the default writable database
 int start_session(const std::string &shared = shared_cfg,
                   const std::string &private_file = private_cfg);

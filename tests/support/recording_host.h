@@ -1,5 +1,5 @@
-// The core library as the tests play it: it keeps every call with its arguments
-// and answers as a test has scripted it.
+// The core library of the tests.  It records every call with its arguments, and returns
+// what the test has set.
 
 #pragma once
 
@@ -12,16 +12,16 @@ using Lines = std::vector<std::string>;
 
 namespace host {
 
-// Calls are kept as "name(argument, ...)", oldest first.
+// The recorded calls as "name(argument, ...)", oldest first.
 extern Lines calls;
 Lines calls_of(const std::string &operation);
-// The lines that vc_str_print got.  All calls are forgotten.
+// Returns the lines passed to vc_str_print, and clears all recorded calls.
 Lines printed();
 
-extern std::optional<std::string> plugin_list; // the model's, if there is one
-extern std::map<int, int> settings;            // by their id; 0 is the threshold
-extern int answer;                             // to an alert
-extern void (*when_print)(const char *text);   // called before a line is kept
-// Setting a variable to "fail" fails.
+extern std::optional<std::string> plugin_list; // of the model; unset: it has none
+extern std::map<int, int> settings;            // by id; 0 is the message threshold
+extern int answer;                             // the button that answers a dialog
+extern void (*when_print)(const char *text);   // called before a line is recorded
+// vc_putenv fails for the value "fail".
 
 } // namespace host

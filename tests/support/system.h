@@ -1,4 +1,4 @@
-// What the tests ask of the system itself.
+// What differs between systems in the tests.
 
 #pragma once
 
@@ -11,15 +11,16 @@ constexpr bool on_windows = true;
 constexpr bool on_windows = false;
 #endif
 
-// What the system says of a directory where a file is wanted.
+// The error message for a directory where a file is expected.
 constexpr const char *directory_error = on_windows ? "Permission denied" : "Is a directory";
 
-std::string make_scratch_dir();       // whole, with "/"
+std::string make_temp_dir();          // absolute, with "/"
 std::vector<std::string> variables(); // "name=value"
 bool set_variable(const std::string &name, const std::string &value);
 void unset(const std::string &name);
 
-// Windows has no pipes among its files; then nothing is made.
+// Create a named pipe.  Does nothing on Windows.
 void make_pipe(const std::string &path);
-// Ends a process that waits for one; 0 takes it back.
-void end_in(unsigned seconds);
+// Kill the process after that many seconds, so that it cannot wait for a pipe forever.  0
+// cancels the alarm.  Does nothing on Windows.
+void set_alarm(unsigned seconds);

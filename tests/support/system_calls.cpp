@@ -11,16 +11,16 @@
 namespace calls {
 
 Lines made;
-std::function<int(const std::string &call)> refuse;
+std::function<int(const std::string &call)> error_for;
 
 } // namespace calls
 
-static bool is_refused(const std::string &call)
+static bool fails(const std::string &call)
 {
-    if (!calls::refuse)
+    if (!calls::error_for)
         return false;
     calls::made.push_back(call);
-    errno = calls::refuse(call);
+    errno = calls::error_for(call);
     return errno != 0;
 }
 
@@ -30,12 +30,12 @@ static std::string path_of(int file)
     return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file), none).string();
 }
 
-// A function in the place of the system's, which is refused as `call` says.
+// Wraps a function of the C library.  `call` is the rest of the recorded call.
 #define WRAP(result, name, parameters, arguments, call)                                            \
     result __real_##name parameters;                                                               \
     result __wrap_##name parameters                                                                \
     {                                                                                              \
-        return is_refused(std::string(#name " ") + (call)) ? -1 : __real_##name arguments;         \
+        return fails(std::string(#name " ") + (call)) ? -1 : __real_##name arguments;              \
     }
 
 extern "C" {
@@ -73,31 +73,31 @@ int __wrap_open(const char *path, int flags, ...)
     mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
     va_end(rest);
     const char *kind = (flags & O_NONBLOCK) != 0 ? "poll " : "open ";
-    return is_refused(kind + std::string(path)) ? -1 : __real_open(path, flags, mode);
+    return fails(kind + std::string(path)) ? -1 : __real_open(path, flags, mode);
 }
 char *__wrap_mkdtemp(char *path)
 {
-    return is_refused("mkdtemp " + std::string(path)) ? nullptr : __real_mkdtemp(path);
+    return fails("mkdtemp " + std::string(path)) ? nullptr : __real_mkdtemp(path);
 }
 int __wrap_renameat2(int, const char *from, int, const char *to, unsigned flags)
 {
-    if (is_refused("rename " + std::string(from) + " " + to))
+    if (fails("rename " + std::string(from) + " " + to))
         return -1;
     return __real_renameat2(AT_FDCWD, from, AT_FDCWD, to, flags);
 }
 
-// While calls are seen, a wait takes no time but by the clock.
+// While calls are recorded, a wait only advances the clock.
 static long waited; // milliseconds
 int __wrap_nanosleep(const timespec *time, timespec *left)
 {
-    if (!calls::refuse)
+    if (!calls::error_for)
         return __real_nanosleep(time, left);
     waited += time->tv_nsec / 1000000;
     return 0;
 }
 int __wrap_clock_gettime(clockid_t clock, timespec *now)
 {
-    if (!calls::refuse)
+    if (!calls::error_for)
         return __real_clock_gettime(clock, now);
     *now = {waited / 1000, waited % 1000 * 1000000};
     return 0;

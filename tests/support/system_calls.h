@@ -1,4 +1,4 @@
-// What the library asks of the system, seen and refused within the process.
+// Recording the library's system calls, and making them fail, within the process.
 
 #pragma once
 
@@ -8,10 +8,11 @@
 
 namespace calls {
 
-// Each as "call path", or "rename path path".  Those that the tests make
-// themselves are among them.
+// Each call as "call path", or "rename path path".  Calls of the tests themselves are
+// recorded, too.
 extern Lines made;
-// Asked before each call: the errno value with which it is refused, or 0.
-extern std::function<int(const std::string &call)> refuse;
+// Called before each call: returns the errno value that it fails with, or 0.  Nothing is
+// recorded while this is empty.
+extern std::function<int(const std::string &call)> error_for;
 
 } // namespace calls

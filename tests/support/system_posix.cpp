@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-std::string make_scratch_dir()
+std::string make_temp_dir()
 {
     std::string path = std::filesystem::canonical(std::filesystem::temp_directory_path());
     path += "/vek-test-XXXXXX";
@@ -38,7 +38,7 @@ void make_pipe(const std::string &path)
         abort();
 }
 
-void end_in(unsigned seconds)
+void set_alarm(unsigned seconds)
 {
     alarm(seconds);
 }

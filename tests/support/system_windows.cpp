@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <process.h>
 
-std::string make_scratch_dir()
+std::string make_temp_dir()
 {
     const std::filesystem::path temporary = std::filesystem::temp_directory_path();
     std::filesystem::path path;
@@ -21,7 +21,7 @@ std::vector<std::string> variables()
     return all;
 }
 
-// The empty text unsets a variable here.
+// The empty string unsets a variable on Windows.
 bool set_variable(const std::string &name, const std::string &value)
 {
     return _putenv_s(name.c_str(), value.c_str()) == 0;
@@ -36,6 +36,6 @@ void make_pipe(const std::string &)
 {
 }
 
-void end_in(unsigned)
+void set_alarm(unsigned)
 {
 }
