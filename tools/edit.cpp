@@ -1,47 +1,49 @@
-#include "edit.h"
+// Commands that change the session, and reports.
 
-#include "show.h"
+#include "commands.h"
 #include "vek.h"
 
 #include <cstdio>
 
-int add_database(const std::string &name, const std::string &path, int level)
+int add_database(const command_options &options)
 {
     int last = vorn_vek_get_number_of_veks() + 1;
-    return vorn_vek_db_add(name.c_str(), path.c_str(), level == 0 ? last : level);
+    return vorn_vek_db_add(options.words[0].c_str(), options.words[1].c_str(),
+                           options.level == 0 ? last : options.level);
 }
 
-int remove_database(const std::string &name)
+int remove_database(const command_options &options)
 {
-    return vorn_vek_db_remove(name.c_str());
+    return vorn_vek_db_remove(options.words[0].c_str());
 }
 
-int move_database(const std::string &name, int level)
+int move_database(const command_options &options)
 {
-    int result = vorn_vek_db_reorder(name.c_str(), level);
-    return result == 0 ? show_databases() : result;
+    int result = vorn_vek_db_reorder(options.database.c_str(), options.level);
+    return result == 0 ? show_databases(options) : result;
 }
 
-int choose_default(const std::string &name)
+int set_or_show_default(const command_options &options)
 {
-    if (!name.empty())
-        return vorn_vek_set_write_default(name.c_str());
-    const char *chosen = vorn_vek_get_write_default();
-    puts(chosen ? chosen : "none");
-    return chosen ? 0 : 1;
+    if (!options.words.empty() && !options.words[0].empty())
+        return vorn_vek_set_write_default(options.words[0].c_str());
+    const char *name = vorn_vek_get_write_default();
+    puts(name ? name : "none");
+    return name ? 0 : 1;
 }
 
-int save_session()
+int save_session(const command_options &)
 {
     return vorn_sav_cfg() == 1 ? 0 : 1;
 }
 
-int write_report(const std::string &what, const std::string &path)
+int write_report(const command_options &options)
 {
-    return what == "tables" ? vorn_vek_tbl_info(path.c_str()) : vorn_vek_db_info(path.c_str());
+    const char *path = options.words[1].c_str();
+    return options.words[0] == "tables" ? vorn_vek_tbl_info(path) : vorn_vek_db_info(path);
 }
 
-int make_database(const std::string &path)
+int create_database(const command_options &options)
 {
-    return vorn_cre_dat(path.c_str()) == 1 ? 0 : 1;
+    return vorn_cre_dat(options.words[0].c_str()) == 1 ? 0 : 1;
 }

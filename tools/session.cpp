@@ -3,10 +3,10 @@
 #include "hsk_control.h"
 #include "vek.h"
 
-// The core library sets variables for everybody in the process.
+// The core library sets variables for everyone in the process.
 extern "C" int vc_putenv(const char *name, const char *value);
 
-static void name_product(const session_options &options)
+static void set_product_name(const session_options &options)
 {
     if (!options.product.empty())
         vc_putenv("KLV_PRODUCT_NAME", options.product.c_str());
@@ -20,9 +20,8 @@ static session_outcome start(const std::string &name)
     return {};
 }
 
-session_outcome start_product(const session_options &options)
+static session_outcome start_product(const session_options &options)
 {
-    name_product(options);
     session_outcome outcome = start("");
     for (const std::string &plugin : options.plugins) {
         if (outcome.code != 0)
@@ -44,9 +43,8 @@ static session_outcome load_model(const std::string &path)
     }
 }
 
-session_outcome prepare_solver(const session_options &options)
+static session_outcome prepare_solver(const session_options &options)
 {
-    name_product(options);
     session_outcome outcome;
     if (!options.model.empty())
         outcome = load_model(options.model);
@@ -56,4 +54,23 @@ session_outcome prepare_solver(const session_options &options)
     if (code != 0)
         return {code, "the environment of the solver run could not be read"};
     return {};
+}
+
+static session_outcome search_empty_name()
+{
+    char name[1] = "";
+    int found = 0;
+    db_search(name, "", &found);
+    if (vorn_vek_get_number_of_veks() < 1)
+        return {1, "there is no database"};
+    return {};
+}
+
+session_outcome start_session(const session_options &options, bool command_searches)
+{
+    set_product_name(options);
+    if (!options.solver)
+        return start_product(options);
+    session_outcome outcome = prepare_solver(options);
+    return outcome.code != 0 || command_searches ? outcome : search_empty_name();
 }

@@ -6,23 +6,20 @@
 #include <vector>
 
 struct session_options {
-    std::string product; // empty: what KLV_PRODUCT_NAME says
+    std::string product; // empty: the value of KLV_PRODUCT_NAME
     std::vector<std::string> plugins;
     bool solver = false;
     std::string model; // empty: a solver run without a model
 };
 
-// How a start went.  `code` is that of the library's start, or 1 for a model
-// that can't be loaded; `trouble` says in words what was wrong.
+// The result of a start.  `code` is the library's, or 1 if a model could not be
+// loaded or there is no database; `error` is the message for it.
 struct session_outcome {
     int code = 0;
     std::string error;
 };
 
-// A product's session: the product's start, then one for each plug-in.  It
-// ends at the first start that fails.
-session_outcome start_product(const session_options &options);
-
-// A solver's run: model and environment.  The library starts itself at the
-// first search.
-session_outcome prepare_solver(const session_options &options);
+// Starts the product and then each plug-in, up to the first failure, or prepares
+// a solver run.  In a solver run the library starts itself at its first search.
+// That is the command's if `command_searches`, otherwise one of an empty name.
+session_outcome start_session(const session_options &options, bool command_searches);

@@ -1,5 +1,6 @@
-#include "show.h"
+// Commands that print what the session holds.
 
+#include "commands.h"
 #include "hsk_control.h"
 #include "vek.h"
 
@@ -8,7 +9,7 @@
 #include <cstdlib>
 #include <unistd.h>
 
-// Both searches write into the name that they are given, so each gets a copy.
+// Both searches write into the name, so each gets a copy.
 std::string search(std::string name, const std::string &file_class)
 {
     char *block = vorn_vek_search_file(file_class.c_str(), name.data(), 1);
@@ -28,11 +29,12 @@ static std::string search_as_solver(std::string name, const std::string &file_cl
     return path;
 }
 
-int show_files(const std::vector<std::string> &names, const std::string &file_class, bool solver)
+int show_files(const command_options &options)
 {
     int missing = 0;
-    for (const std::string &name : names) {
-        std::string path = solver ? search_as_solver(name, file_class) : search(name, file_class);
+    for (const std::string &name : options.words) {
+        std::string path = options.session.solver ? search_as_solver(name, options.file_class)
+                                                  : search(name, options.file_class);
         if (path.empty()) {
             ++missing;
             path = name + ": not found";
@@ -42,29 +44,29 @@ int show_files(const std::vector<std::string> &names, const std::string &file_cl
     return missing;
 }
 
-int show_aliases(const std::vector<std::string> &paths)
+int show_aliases(const command_options &options)
 {
-    for (std::string path : paths)
+    for (std::string path : options.words)
         puts(vorn_vek_path2alias(path.data()));
     return 0;
 }
 
-static const char *or_none(const char *text)
+static const char *or_none(const char *string)
 {
-    return *text == '\0' ? "none" : text;
+    return *string == '\0' ? "none" : string;
 }
 
-int show_defaults(const std::vector<std::string> &classes)
+int show_defaults(const command_options &options)
 {
     const char *format = "%-12s  %-16s  %s\n";
     std::printf(format, "Class", "Test rig", "Property file");
-    for (const std::string &name : classes)
+    for (const std::string &name : options.words)
         std::printf(format, name.c_str(), or_none(vorn_vek_get_def_testrig(name.c_str())),
                     or_none(vorn_vek_get_def_propfile(name.c_str())));
     return 0;
 }
 
-int show_environment()
+int show_environment(const command_options &)
 {
     hsk_output_to_error(0);
     printenvars();
@@ -74,14 +76,14 @@ int show_environment()
 
 struct database_row {
     std::string name;
-    std::string marks;
+    std::string access; // as printed
     std::string path;
 };
 
 static bool is_write_default(const std::string &name)
 {
-    const char *chosen = vorn_vek_get_write_default();
-    return chosen && vek_strcasecmp(chosen, name.c_str()) == 0;
+    const char *default_name = vorn_vek_get_write_default();
+    return default_name && vek_strcasecmp(default_name, name.c_str()) == 0;
 }
 
 static database_row database_at(int level)
@@ -91,18 +93,18 @@ static database_row database_at(int level)
     std::string alias = row.name;
     row.path = vorn_vek_alias2path(alias.data());
     if (vorn_vek_db_iswritable(row.name.c_str()))
-        row.marks = is_write_default(row.name) ? "writable, default" : "writable";
+        row.access = is_write_default(row.name) ? "writable, default" : "writable";
     return row;
 }
 
-// The path comes last, so that a long one moves nothing.
+// The path comes last, so that a long one shifts no other column.
 static void print_row(const std::string &level, const database_row &row, int name_width)
 {
     std::printf("%-5s  %-*s  %-17s  %s\n", level.c_str(), name_width, row.name.c_str(),
-                row.marks.c_str(), row.path.c_str());
+                row.access.c_str(), row.path.c_str());
 }
 
-int show_databases()
+int show_databases(const command_options &)
 {
     std::vector<database_row> rows;
     size_t name_width = 4;
@@ -116,7 +118,7 @@ int show_databases()
     return 0;
 }
 
-static std::string make_scratch_file()
+static std::string create_temp_file()
 {
     const char *dir = getenv("TMPDIR");
     std::string path = std::string(dir && *dir ? dir : "/tmp") + "/vekhost-XXXXXX";
@@ -137,11 +139,11 @@ static void print_file(const std::string &path)
     fclose(file);
 }
 
-int show_tables()
+int show_tables(const command_options &)
 {
-    std::string path = make_scratch_file();
+    std::string path = create_temp_file();
     if (path.empty()) {
-        std::fprintf(stderr, "vekhost: no temporary file can be made\n");
+        std::fprintf(stderr, "vekhost: no temporary file can be created\n");
         return 1;
     }
     int result = vorn_vek_tbl_info(path.c_str());
@@ -151,12 +153,14 @@ int show_tables()
     return result;
 }
 
-void show_session(int code)
+int show_session(const command_options &options)
 {
-    const char *chosen = vorn_vek_get_write_default();
-    std::printf("Product              %s\n", vek_product_name());
-    std::printf("Display name         %s\n", vek_product_string());
-    std::printf("Databases            %d\n", vorn_vek_get_number_of_veks());
-    std::printf("Default for writing  %s\n", chosen ? chosen : "none");
-    std::printf("Result               %d, %s\n", code, code == 0 ? "started" : "failed");
+    int code = options.outcome.code;
+    const char *default_name = vorn_vek_get_write_default();
+    std::printf("Product                    %s\n", vek_product_name());
+    std::printf("Display name               %s\n", vek_product_string());
+    std::printf("Databases                  %d\n", vorn_vek_get_number_of_veks());
+    std::printf("Default writable database  %s\n", default_name ? default_name : "none");
+    std::printf("Result                     %d, %s\n", code, code == 0 ? "started" : "failed");
+    return code;
 }
