@@ -1,4 +1,4 @@
-// The loaded model: one object with at most one text, its list of plug-ins.
+// The loaded model: one object with at most one string, its list of plug-ins.
 
 #include "host/hsk.h"
 #include "hsk_control.h"
@@ -17,11 +17,11 @@ static const int aa_string_string = 518;
 static const char list_name[] = "plugin_list";
 
 static bool model_loaded = false;
-static bool walking = false; // between ac_lookup_begin and ac_lookup_done
+static bool lookup_active = false; // between ac_lookup_begin and ac_lookup_done
 static bool list_present = false;
 static char plugin_list[HSK_PLUGIN_LIST_SIZE];
 
-// A line holds the longest list with its name and some blanks around it.
+// Holds a line with the longest list, its keyword and some spaces around it.
 static char line[HSK_PLUGIN_LIST_SIZE + 256];
 
 enum line_kind { LINE_OTHER, LINE_LIST, LINE_TOO_LONG };
@@ -31,30 +31,32 @@ static bool is_space(char c)
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-// Reads a line without its comment; false at the end.  What a line has beyond
-// the buffer is thrown away, so that it is not taken for a line of its own.
+// Reads a line and removes its comment.  Returns false at the end of the file.
+// The part of a line that exceeds the buffer is discarded, so that it is not
+// parsed as a line of its own.
 static bool read_line(FILE *file)
 {
     if (!fgets(line, sizeof line, file))
         return false;
-    bool whole = strchr(line, '\n') != nullptr;
-    for (int rest = 0; !whole && rest != '\n' && rest != EOF;)
+    bool complete = strchr(line, '\n') != nullptr;
+    for (int rest = 0; !complete && rest != '\n' && rest != EOF;)
         rest = getc(file);
     line[strcspn(line, "!")] = '\0';
     return true;
 }
 
-static void drop_trailing_space(char *text)
+static void trim_trailing_space(char *string)
 {
-    size_t length = strlen(text);
-    while (length > 0 && is_space(text[length - 1]))
-        text[--length] = '\0';
+    size_t length = strlen(string);
+    while (length > 0 && is_space(string[length - 1]))
+        string[--length] = '\0';
 }
 
-static line_kind take_line()
+// Copies the list, if the line has one, into `plugin_list`.
+static line_kind parse_line()
 {
-    bool cut = strlen(line) == sizeof line - 1;
-    drop_trailing_space(line);
+    bool truncated = strlen(line) == sizeof line - 1;
+    trim_trailing_space(line);
     const char *word = line + strspn(line, " \t");
     const size_t name_length = sizeof list_name - 1;
     if (strncmp(word, list_name, name_length) != 0)
@@ -63,18 +65,18 @@ static line_kind take_line()
     if (*list && !is_space(*list))
         return LINE_OTHER;
     list += strspn(list, " \t");
-    if (cut || strlen(list) >= sizeof plugin_list)
+    if (truncated || strlen(list) >= sizeof plugin_list)
         return LINE_TOO_LONG;
     memcpy(plugin_list, list, strlen(list) + 1);
     return LINE_LIST;
 }
 
-// A directory opens, but does not read: it counts as a file that does not
-// open.
+// Returns what hsk_load_model does.  A directory opens but can't be read, which
+// ferror() reports.
 static int read_model(FILE *file)
 {
     while (read_line(file)) {
-        line_kind kind = take_line();
+        line_kind kind = parse_line();
         if (kind == LINE_TOO_LONG)
             return 2;
         if (kind == LINE_LIST)
@@ -103,17 +105,17 @@ HSK_API int ac_tavik_root()
 
 HSK_API void ac_lookup_begin(int root, int type)
 {
-    walking = root == root_handle && type == ao_model;
+    lookup_active = root == root_handle && type == ao_model;
 }
 
 HSK_API int ac_lookup_object(int)
 {
-    return walking && model_loaded ? model_handle : 0;
+    return lookup_active && model_loaded ? model_handle : 0;
 }
 
 HSK_API void ac_lookup_done()
 {
-    walking = false;
+    lookup_active = false;
 }
 
 HSK_API int ac_lookup_by_name(int model, int type, const char *name)
@@ -123,10 +125,10 @@ HSK_API int ac_lookup_by_name(int model, int type, const char *name)
     return found ? list_handle : 0;
 }
 
-// Writes at most HSK_PLUGIN_LIST_SIZE bytes, the room that callers provide.
+// Writes at most HSK_PLUGIN_LIST_SIZE bytes, the size of the callers' buffers.
 HSK_API void ac_get_string(int object, int attribute, int, char *buffer)
 {
     bool known = object == list_handle && attribute == aa_string_string;
-    const char *text = known ? plugin_list : "";
-    memcpy(buffer, text, strlen(text) + 1);
+    const char *value = known ? plugin_list : "";
+    memcpy(buffer, value, strlen(value) + 1);
 }

@@ -37,7 +37,7 @@ HSK_API int default_current_defaults()
     return defaults_handle;
 }
 
-// Null for a handle or an id that there is not.
+// Returns null if the handle or the id is unknown.
 static int *setting(int defaults, int id)
 {
     bool known = defaults == defaults_handle && id >= 0 && id < setting_count;
@@ -52,12 +52,11 @@ HSK_API int dbt_get_int(int defaults, int id, int)
 
 HSK_API void dbt_set_int(int defaults, int id, int value, int)
 {
-    if (int *kept = setting(defaults, id))
-        *kept = value;
+    if (int *stored = setting(defaults, id))
+        *stored = value;
 }
 
-// Where a plug-in's own libraries lie is nothing to the stand-in: it loads
-// none.
+// Does nothing: the stub loads no libraries of plug-ins.
 HSK_API void register_new_plugin_paths(const char *)
 {
 }

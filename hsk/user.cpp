@@ -1,4 +1,4 @@
-// Output to the user, and alerts, on the terminal.
+// Output to the user, and dialogs, on the terminal.
 
 #include "host/hsk.h"
 #include "hsk_control.h"
@@ -11,7 +11,7 @@ static const int button_count = 3;
 
 static bool output_to_error = false;
 static int answers[HSK_ANSWER_COUNT];
-static int answers_waiting = 0;
+static int answers_queued = 0;
 static int error_count = 0;
 static int warning_count = 0;
 
@@ -37,32 +37,32 @@ int hsk_warning_count()
 
 int hsk_queue_answer(int button)
 {
-    if (button < 1 || button > button_count || answers_waiting == HSK_ANSWER_COUNT)
+    if (button < 1 || button > button_count || answers_queued == HSK_ANSWER_COUNT)
         return 1;
-    answers[answers_waiting++] = button;
+    answers[answers_queued++] = button;
     return 0;
 }
 
-static int take_answer()
+static int dequeue_answer()
 {
     int first = answers[0];
-    --answers_waiting;
+    --answers_queued;
     memmove(answers, answers + 1, sizeof answers - sizeof answers[0]);
     return first;
 }
 
-static bool begins(const char *text, const char *start)
+static bool starts_with(const char *string, const char *prefix)
 {
-    return text && strncmp(text, start, strlen(start)) == 0;
+    return string && strncmp(string, prefix, strlen(prefix)) == 0;
 }
 
-// Each entry is flushed, so that it keeps its place among the lines that the
-// process prints by other ways.
+// Flushes each entry, so that it keeps its order among lines that the process
+// prints by other means.
 HSK_API void vc_str_print(const char *text)
 {
     size_t length = text ? strlen(text) : 0;
-    error_count += begins(text, "ERROR") || begins(text, "ABORT") ? 1 : 0;
-    warning_count += begins(text, "WARNING") ? 1 : 0;
+    error_count += starts_with(text, "ERROR") || starts_with(text, "ABORT") ? 1 : 0;
+    warning_count += starts_with(text, "WARNING") ? 1 : 0;
     if (length > 0)
         fwrite(text, 1, length, output());
     if (length == 0 || text[length - 1] != '\n')
@@ -75,7 +75,7 @@ static bool has_label(const char *label)
     return label && *label;
 }
 
-static void print_alert(const char *kind, const char *message, const char *const *labels)
+static void print_dialog(const char *kind, const char *message, const char *const *labels)
 {
     fprintf(output(), "[%s] %s\n", kind ? kind : "", message ? message : "");
     for (int button = 1; button <= button_count; ++button)
@@ -83,17 +83,17 @@ static void print_alert(const char *kind, const char *message, const char *const
             fprintf(output(), "  %d  %s\n", button, labels[button - 1]);
 }
 
-// Reads one line whole, so that the tail of a long one is not taken for the
-// next answer.  Result: a number, 0 for an empty line, -1 for anything else.
-// Sets *ended when there is no line.
+// Reads a whole line, so that the end of a long one is not read as the next
+// answer.  Returns the number of a button, 0 for an empty line or at the end of
+// the input, -1 for anything else.  *ended reports the end of the input.
 static int read_number(bool *ended)
 {
     char line[16];
     *ended = !fgets(line, sizeof line, stdin);
     if (*ended)
         return 0;
-    bool whole = strchr(line, '\n') != nullptr;
-    for (int rest = 0; !whole && rest != '\n' && rest != EOF;)
+    bool complete = strchr(line, '\n') != nullptr;
+    for (int rest = 0; !complete && rest != '\n' && rest != EOF;)
         rest = getc(stdin);
     char *end = nullptr;
     long number = strtol(line, &end, 10);
@@ -122,10 +122,10 @@ HSK_API int vc_alert(const char *kind, const char *message, const char *first, c
                      const char *third, int default_button)
 {
     const char *labels[button_count] = {first, second, third};
-    print_alert(kind, message, labels);
-    if (answers_waiting == 0)
+    print_dialog(kind, message, labels);
+    if (answers_queued == 0)
         return ask(labels, default_button);
-    int button = take_answer();
+    int button = dequeue_answer();
     fprintf(output(), "Button [%d]: %d\n", default_button, button);
     fflush(output());
     return button;
