@@ -1,8 +1,8 @@
-// A start from arbitrary configuration files.  The input is the shared file;
-// behind a line "@@@" the site file, behind another the private file.
+// A start from arbitrary configuration files.  The input holds the shared, the site
+// and the private file, separated by lines "@@@"; the last two may be missing.
 
 #include "support/checks.h"
-#include "support/world.h"
+#include "support/harness.h"
 
 static void read_again(const std::string &name, int cfg_index)
 {
@@ -10,13 +10,13 @@ static void read_again(const std::string &name, int cfg_index)
     int result = vek_cfg_read(name.c_str(), cfg_index);
     EXPECT(0 <= result && result <= 6);
     EXPECT(result == 0 || the_host.errors > reported);
-    expect_sound_registries();
+    check_invariants_registries();
 }
 
 void prepare()
 {
-    set("KLV_VEK_SEARCH", "yes");
-    set("KLV_VORN_SITE_CFG", (home + "/site.cfg").c_str());
+    set_env("KLV_VEK_SEARCH", "yes");
+    set_env("KLV_VORN_SITE_CFG", (home + "/site.cfg").c_str());
 }
 
 void run(std::string_view input)
@@ -26,14 +26,14 @@ void run(std::string_view input)
     if (files.size() > 3)
         return;
     for (size_t i = 0; i < files.size(); ++i)
-        put_file(names[i], files[i]);
+        write_file(names[i], files[i]);
     vek_set_product_name();
     int result = vorn_vek_init("vorn");
     EXPECT(-1 <= result && result <= 1);
     EXPECT(result != 0 || (vorn_vek_get_number_of_veks() > 0 && vorn_vek_get_write_default()));
-    expect_sound_registries();
+    check_invariants_registries();
     for (size_t i = 0; i < files.size(); ++i)
         read_again(names[i], (int)i + 1);
     for (size_t i = 0; i < files.size(); ++i)
-        EXPECT(get_file(names[i]) == files[i] || i == 2);
+        EXPECT(read_file(names[i]) == files[i] || i == 2);
 }

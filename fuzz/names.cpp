@@ -1,8 +1,8 @@
-// All operations on one text, in a session of several databases.
+// All operations on one string, in a session with several databases.
 
 #include "records.h"
 #include "support/checks.h"
-#include "support/world.h"
+#include "support/harness.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -20,102 +20,105 @@ static const char private_cfg[] = "DATABASE private private.vek\n"
 
 void prepare()
 {
-    set("KLV_VEK_SEARCH", "yes");
-    set("KLV_VEK_EXPAND_PATH", "yes");
-    set("SELF", "$SELF");
-    set("RING", "$GNIR/a");
-    set("GNIR", "$RING");
-    set("LONG", std::string(200, 'x').c_str());
-    put_file("vorn.cfg", shared_cfg);
-    put_file(".vorn.cfg", private_cfg);
+    set_env("KLV_VEK_SEARCH", "yes");
+    set_env("KLV_VEK_EXPAND_PATH", "yes");
+    set_env("SELF", "$SELF");
+    set_env("RING", "$GNIR/a");
+    set_env("GNIR", "$RING");
+    set_env("LONG", std::string(200, 'x').c_str());
+    write_file("vorn.cfg", shared_cfg);
+    write_file(".vorn.cfg", private_cfg);
     vek_set_product_name();
     EXPECT(vorn_vek_init("vorn") == 0);
     for (const char *name : {"shared.vek/dampers.tbl/a.dpr", "private.vek/springs.tbl/b.spr",
                              "c.d/roads.tbl/c.r", "shared.vek/other.vek/d.x", "e"})
-        put_file(name, name);
+        write_file(name, name);
 }
 
-enum change { STAYS, IS_TURNED, IS_TURNED_BACK, IS_OVERWRITTEN };
+// What an operation does to the caller's string.
+enum effect { UNCHANGED, BACKSLASHES_CONVERTED, SLASHES_CONVERTED, OVERWRITTEN };
 
-struct text_operation {
-    const char *(*call)(char *text);
-    change what_happens;
-    size_t width; // of the result, if that is not the caller's text
+struct string_operation {
+    const char *(*call)(char *string);
+    enum effect effect;
+    size_t size; // of the result, if that is not the caller's string; 0: not checked
 };
 
-template <const char *(*call)(const char *)> static const char *keeping(char *text)
+template <const char *(*call)(const char *)> static const char *unchanging(char *string)
 {
-    return call(text);
+    return call(string);
 }
-template <char *(*call)(char *)> static const char *changing(char *text)
+template <char *(*call)(char *)> static const char *changing(char *string)
 {
-    return call(text);
+    return call(string);
 }
 
-static const text_operation operations[] = {
-    {changing<vek_eval_str>, IS_OVERWRITTEN, VEK_PATH_SIZE},
-    {changing<vek_rm_extra_separators>, IS_OVERWRITTEN, VEK_PATH_SIZE},
-    {changing<vorn_vek_nt2unix_path>, IS_TURNED, VEK_PATH_SIZE},
-    {changing<vorn_vek_unix2nt_path>, IS_TURNED_BACK, VEK_PATH_SIZE},
-    {keeping<vorn_vek_class2ext>, STAYS, VEK_EXT_SIZE},
-    {keeping<vorn_vek_class2tbl>, STAYS, VEK_TBL_DIR_SIZE},
-    {keeping<vorn_vek_ext2class>, STAYS, VEK_CLASS_SIZE},
-    {keeping<vorn_vek_ext2tbl>, STAYS, VEK_TBL_DIR_SIZE},
-    {keeping<vorn_vek_get_def_wri_tbl>, STAYS, VEK_TBL_PATH_SIZE},
-    {keeping<vorn_vek_get_def_propfile>, STAYS, VEK_PATH_SIZE},
-    {keeping<vorn_vek_get_def_testrig>, STAYS, VEK_PATH_SIZE},
-    {keeping<vorn_vek_input2ext>, STAYS, VEK_PATH_SIZE},
-    {keeping<vorn_vek_standardize_alias>, STAYS, VEK_PATH_SIZE},
-    {keeping<_vek_getlongpath>, STAYS, VEK_PATH_SIZE},
-    {[](char *text) { return vek_ext2alias(text, 2); }, STAYS, VEK_PATH_SIZE},
-    {[](char *text) { return vorn_vek_ext2path(text, 2); }, STAYS, VEK_TBL_PATH_SIZE},
-    {[](char *text) { return vorn_vek_get_tbl_path(text, 2); }, STAYS, VEK_TBL_PATH_SIZE},
-    {[](char *text) { return vorn_vek_level2db(atoi(text)); }, STAYS, VEK_DB_NAME_SIZE},
-    {[](char *text) { return vorn_vek_add_extension(text, "dpr"); }, STAYS, VEK_PATH_SIZE},
-    {[](char *text) { return vorn_vek_add_extension("a", text); }, STAYS, VEK_PATH_SIZE},
-    {[](char *text) -> const char * { return vek_strrstr(text, "a"); }, STAYS, 0},
-    {vorn_vek_input2path, IS_TURNED, VEK_PATH_SIZE},
-    {vorn_vek_input2file, IS_TURNED, VEK_PATH_SIZE},
-    {vorn_vek_input2base, IS_TURNED, VEK_PATH_SIZE},
-    {vek_input2tbl_and_file, IS_TURNED, VEK_PATH_SIZE},
-    {vorn_vek_alias2path, IS_OVERWRITTEN, VEK_TBL_PATH_SIZE},
-    {vorn_vek_input2tblpth, IS_TURNED, VEK_TBL_PATH_SIZE},
-    {vorn_vek_input2full, IS_TURNED, VEK_PATH_SIZE},
-    {vorn_vek_expand2full, IS_TURNED, VEK_PATH_SIZE},
-    {vorn_vek_path2alias, IS_TURNED, VEK_PATH_SIZE}};
+static const string_operation operations[] = {
+    {changing<vek_eval_str>, OVERWRITTEN, VEK_PATH_SIZE},
+    {changing<vek_rm_extra_separators>, OVERWRITTEN, VEK_PATH_SIZE},
+    {changing<vorn_vek_nt2unix_path>, BACKSLASHES_CONVERTED, VEK_PATH_SIZE},
+    {changing<vorn_vek_unix2nt_path>, SLASHES_CONVERTED, VEK_PATH_SIZE},
+    {unchanging<vorn_vek_class2ext>, UNCHANGED, VEK_EXT_SIZE},
+    {unchanging<vorn_vek_class2tbl>, UNCHANGED, VEK_TBL_DIR_SIZE},
+    {unchanging<vorn_vek_ext2class>, UNCHANGED, VEK_CLASS_SIZE},
+    {unchanging<vorn_vek_ext2tbl>, UNCHANGED, VEK_TBL_DIR_SIZE},
+    {unchanging<vorn_vek_get_def_wri_tbl>, UNCHANGED, VEK_TBL_PATH_SIZE},
+    {unchanging<vorn_vek_get_def_propfile>, UNCHANGED, VEK_PATH_SIZE},
+    {unchanging<vorn_vek_get_def_testrig>, UNCHANGED, VEK_PATH_SIZE},
+    {unchanging<vorn_vek_input2ext>, UNCHANGED, VEK_PATH_SIZE},
+    {unchanging<vorn_vek_standardize_alias>, UNCHANGED, VEK_PATH_SIZE},
+    {unchanging<_vek_getlongpath>, UNCHANGED, VEK_PATH_SIZE},
+    {[](char *string) { return vek_ext2alias(string, 2); }, UNCHANGED, VEK_PATH_SIZE},
+    {[](char *string) { return vorn_vek_ext2path(string, 2); }, UNCHANGED, VEK_TBL_PATH_SIZE},
+    {[](char *string) { return vorn_vek_get_tbl_path(string, 2); }, UNCHANGED, VEK_TBL_PATH_SIZE},
+    {[](char *string) { return vorn_vek_level2db(atoi(string)); }, UNCHANGED, VEK_DB_NAME_SIZE},
+    {[](char *string) { return vorn_vek_add_extension(string, "dpr"); }, UNCHANGED, VEK_PATH_SIZE},
+    {[](char *string) { return vorn_vek_add_extension("a", string); }, UNCHANGED, VEK_PATH_SIZE},
+    {[](char *string) -> const char * { return vek_strrstr(string, "a"); }, UNCHANGED, 0},
+    {vorn_vek_input2path, BACKSLASHES_CONVERTED, VEK_PATH_SIZE},
+    {vorn_vek_input2file, BACKSLASHES_CONVERTED, VEK_PATH_SIZE},
+    {vorn_vek_input2base, BACKSLASHES_CONVERTED, VEK_PATH_SIZE},
+    {vek_input2tbl_and_file, BACKSLASHES_CONVERTED, VEK_PATH_SIZE},
+    {vorn_vek_alias2path, OVERWRITTEN, VEK_TBL_PATH_SIZE},
+    {vorn_vek_input2tblpth, BACKSLASHES_CONVERTED, VEK_TBL_PATH_SIZE},
+    {vorn_vek_input2full, BACKSLASHES_CONVERTED, VEK_PATH_SIZE},
+    {vorn_vek_expand2full, BACKSLASHES_CONVERTED, VEK_PATH_SIZE},
+    {vorn_vek_path2alias, BACKSLASHES_CONVERTED, VEK_PATH_SIZE}};
 
-static void check(const text_operation &operation, std::string_view input)
+static void check(const string_operation &operation, std::string_view input)
 {
-    Given text(input, operation.call == changing<vek_eval_str> ? VEK_PATH_SIZE : 0);
-    const char *result = operation.call(text);
-    if (operation.what_happens == STAYS)
-        text.expect_unchanged();
-    if (operation.what_happens == IS_TURNED)
-        text.expect_turned();
-    if (operation.what_happens == IS_TURNED_BACK)
-        text.expect_turned('/', '\\');
-    if (operation.width > 0 && !text.holds(result))
-        checked(result, operation.width);
-    EXPECT(checked(text, std::max<size_t>(input.size() + 1, VEK_PATH_SIZE)).size() <=
+    CallerString string(input, operation.call == changing<vek_eval_str> ? VEK_PATH_SIZE : 0);
+    const char *result = operation.call(string);
+    if (operation.effect == UNCHANGED)
+        string.expect_unchanged();
+    if (operation.effect == BACKSLASHES_CONVERTED)
+        string.expect_converted();
+    if (operation.effect == SLASHES_CONVERTED)
+        string.expect_converted('/', '\\');
+    if (operation.size > 0 && !string.holds(result))
+        checked(result, operation.size);
+    EXPECT(checked(string, std::max<size_t>(input.size() + 1, VEK_PATH_SIZE)).size() <=
                input.size() ||
            operation.call == changing<vek_eval_str>);
 }
 
 static std::string full(const std::string &name)
 {
-    return std::string(checked(vorn_vek_input2full(Given(name))));
+    return std::string(checked(vorn_vek_input2full(CallerString(name))));
 }
 
-// Whether the directory begins the path in the middle of a name.
+// Whether the path starts with the directory, but within a component.
 static bool ends_inside(const char *directory, const std::string &path)
 {
     size_t length = strlen(directory);
     return vek_strncasecmp(path.c_str(), directory, (int)length) == 0 && path[length] != '/';
 }
 
-// A whole path of a file, which no database takes for its own by mistake.  Behind
-// a line feed in a name "\" stays, and is turned when only the path comes back.
-static bool is_file_path(const std::string &path)
+// Whether the path is absolute, names a file and is not mistaken for one of a
+// database with a similar name.  Paths with "\" do not count: a "\" after a newline
+// is kept when a name is resolved, but converted when the resulting path is passed
+// back.
+static bool is_absolute_file_path(const std::string &path)
 {
     if (path.find('\\') != path.npos)
         return false;
@@ -132,13 +135,14 @@ static bool is_file_path(const std::string &path)
     return true;
 }
 
-// But for letter case, which is that of the records.
-static void go_there_and_back(const std::string &name)
+// The alias of a path must resolve to the path again, except for letter case, which
+// is that of the records.
+static void check_reverse_lookup(const std::string &name)
 {
     std::string path = full(name);
-    if (!is_file_path(path))
+    if (!is_absolute_file_path(path))
         return;
-    std::string alias(checked(vorn_vek_path2alias(Given(path))));
+    std::string alias(checked(vorn_vek_path2alias(CallerString(path))));
     std::string back = full(alias);
     if (vek_strcasecmp(back.c_str(), path.c_str()) != 0)
         expect_same(path, back);
@@ -146,30 +150,30 @@ static void go_there_and_back(const std::string &name)
 
 static void find(std::string_view input, const char *file_class)
 {
-    Given name(input), solver_name(input);
+    CallerString name(input), solver_name(input);
     char *found = vorn_vek_search_file(file_class, name, 1);
-    name.expect_turned();
+    name.expect_converted();
     int is_found = 2;
-    char *also = db_search(solver_name, file_class, &is_found);
+    char *solver_result = db_search(solver_name, file_class, &is_found);
     EXPECT(is_found == 0 || is_found == 1);
     if (*checked(found).data() != '\0') {
         EXPECT(vek_file_exists(found) == 1);
-        EXPECT(solver_name.holds(also) || strcmp(found, also) == 0);
+        EXPECT(solver_name.holds(solver_result) || strcmp(found, solver_result) == 0);
         free(found);
     }
-    if (!solver_name.holds(also) && *also != '\0')
-        free(also);
+    if (!solver_name.holds(solver_result) && *solver_result != '\0')
+        free(solver_result);
 }
 
 void run(std::string_view input)
 {
-    for (const text_operation &operation : operations)
+    for (const string_operation &operation : operations)
         check(operation, input);
-    Given text(input);
-    EXPECT(vek_strcasecmp(text, text) == 0 && vek_strncasecmp(text, "", 9) >= 0);
-    EXPECT(vorn_vek_db2level(text) <= 4 && vek_product_name_is(text) <= 1);
+    CallerString string(input);
+    EXPECT(vek_strcasecmp(string, string) == 0 && vek_strncasecmp(string, "", 9) >= 0);
+    EXPECT(vorn_vek_db2level(string) <= 4 && vek_product_name_is(string) <= 1);
     for (const char *file_class : {"damper", "road", "none"})
         find(input, file_class);
-    go_there_and_back((char *)text);
-    expect_sound_registries();
+    check_reverse_lookup((char *)string);
+    check_invariants_registries();
 }

@@ -2,7 +2,7 @@
 
 #include "records.h"
 #include "support/checks.h"
-#include "support/world.h"
+#include "support/harness.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,15 +14,15 @@ static const char shared_cfg[] = "DATABASE vorn_shared shared.vek\n"
 
 void prepare()
 {
-    set("A_B", "a value");
-    set("BLANK", " ");
+    set_env("A_B", "a value");
+    set_env("BLANK", " ");
 }
 
 static void start(const char *search)
 {
     begin_process();
-    the_host.keeps_places = true;
-    set("KLV_VEK_SEARCH", search);
+    the_host.keeps_locations = true;
+    set_env("KLV_VEK_SEARCH", search);
     vorn_vek_cfg_env_read("vorn");
     vorn_vek_set_write_default_no_cfg_update("vorn_shared"); // if the file has none
 }
@@ -30,15 +30,15 @@ static void start(const char *search)
 static std::string update(const char *tag)
 {
     EXPECT(vorn_wrt_cfg(tag, "private") == 1);
-    expect_sound_registries();
-    return get_file(file);
+    check_invariants_registries();
+    return read_file(file);
 }
 
-// The lines that an update does not know.
-static std::string other_lines(const std::string &text)
+// The lines that an update does not rewrite.
+static std::string other_lines(const std::string &contents)
 {
     std::string all;
-    for (const std::string &line : split(text, "\n")) {
+    for (const std::string &line : split(contents, "\n")) {
         std::string words = line.substr(0, line.find('\0'));
         size_t start = std::min(words.find_first_not_of(" \t\r\v\f"), words.size());
         std::string keyword = words.substr(start, words.find_first_of(" \t\r\v\f", start) - start);
@@ -51,28 +51,28 @@ static std::string other_lines(const std::string &text)
     return all;
 }
 
-// Whether a line is so long that it is taken in pieces.
-static bool has_pieces(const std::string &text)
+// Whether a line is so long that it is read in chunks.
+static bool has_chunks(const std::string &contents)
 {
-    for (const std::string &line : split(text, "\n"))
+    for (const std::string &line : split(contents, "\n"))
         if (line.size() > 250)
             return true;
     return false;
 }
 
-// A database of the input's may lie at the path of the backup.
-static void expect_backup(const std::string &text)
+// Skipped if the input has a database at the path of the backup.
+static void expect_backup(const std::string &contents)
 {
     if (vorn_vek_db_exists(".vorn.cfq") == 0)
-        expect_same(text, get_file(".vorn.cfq"));
+        expect_same(contents, read_file(".vorn.cfq"));
 }
 
-// A second update finds nothing to change, and all lines stay that it does not
-// know.
+// A second update must change nothing.  Lines that an update does not rewrite must
+// be kept.
 static void update_twice(const std::string &old)
 {
     std::string once = update("x");
-    if (!has_pieces(old))
+    if (!has_chunks(old))
         expect_same(other_lines(old), other_lines(once));
     expect_backup(old);
     std::string twice = update("x");
@@ -81,36 +81,38 @@ static void update_twice(const std::string &old)
     expect_backup(twice);
     vorn_vek_db_remove("added");
     vorn_vek_db_remove("private");
-    expect_sound_registries();
+    check_invariants_registries();
 }
 
-static std::string personal; // databases in order, and the default
+static std::string user_records; // databases in order, and the default writable one
 static bool can_be_saved;
 
-static void look()
+// Sets `user_records` and `can_be_saved` from the registries.
+static void collect_user_records()
 {
-    personal = vorn_vek_get_write_default();
+    user_records = vorn_vek_get_write_default();
     can_be_saved = true;
     for (int level = 1; level <= db_count(); ++level) {
         if (db_at(level)->cfg_index != vek_private_cfg_index)
             continue;
         std::string path = db_at(level)->path;
         if (path.find_first_of(" \t\r\v\f") == 0)
-            path.insert(0, "./"); // as it is saved
-        personal += std::string("\n") + db_at(level)->name + " " + path;
+            path.insert(0, "./"); // as a save writes it
+        user_records += std::string("\n") + db_at(level)->name + " " + path;
         bool can_be_ordered = strchr(db_at(level)->name, ',') == nullptr;
         size_t length = strlen("DATABASE  ") + strlen(db_at(level)->name) + path.size();
-        bool ends_in_space = path.find_last_not_of(" \t\r") + 1 < path.size(); // and is guarded
+        bool ends_in_space = path.find_last_not_of(" \t\r") + 1 < path.size(); // a guard follows
         can_be_saved = can_be_saved && can_be_ordered && length + ends_in_space <= 266;
     }
 }
 
-// The statements of the saved file, but for ENVIRONMENT lines: one that is kept
-// as it was has lost a carriage return at its end, and may be written anew then.
-static std::string saved_text()
+// The statements of the saved file without ENVIRONMENT lines.  A save that keeps
+// such a line drops a carriage return at its end, after which the next save may
+// rewrite the line.
+static std::string saved_statements()
 {
     std::string all;
-    for (const std::string &line : split(get_file(file), "\n")) {
+    for (const std::string &line : split(read_file(file), "\n")) {
         if (line.starts_with("!") || vek_strncasecmp(line.c_str(), "ENVIRONMENT", 11) == 0)
             continue;
         EXPECT(line.size() <= 266);
@@ -122,21 +124,21 @@ static std::string saved_text()
 static void save_and_read()
 {
     EXPECT(vorn_sav_cfg() == 1);
-    look();
-    std::string saved = saved_text(), before = personal;
+    collect_user_records();
+    std::string saved = saved_statements(), before = user_records;
     if (!can_be_saved)
         return;
     start("yes");
-    look();
-    expect_same(before, personal);
+    collect_user_records();
+    expect_same(before, user_records);
     EXPECT(vorn_sav_cfg() == 1);
-    expect_same(saved, saved_text());
+    expect_same(saved, saved_statements());
 }
 
 void run(std::string_view input)
 {
-    put_file("vorn.cfg", shared_cfg);
-    put_file(file, input);
+    write_file("vorn.cfg", shared_cfg);
+    write_file(file, input);
     start("yes");
     if (!input.empty())
         update_twice(std::string(input));

@@ -1,39 +1,40 @@
 #include "support/checks.h"
 
 #include "records.h"
-#include "support/world.h"
+#include "support/harness.h"
 
 #include <algorithm>
 #include <cstring>
 
-Given::Given(std::string_view text, size_t least) : before(text.substr(0, text.find('\0')))
+CallerString::CallerString(std::string_view string, size_t min_size)
+    : before(string.substr(0, string.find('\0')))
 {
-    bytes.reset(new char[std::max(before.size() + 1, least)]);
+    bytes.reset(new char[std::max(before.size() + 1, min_size)]);
     memcpy(bytes.get(), before.c_str(), before.size() + 1);
 }
 
-void Given::expect_unchanged() const
+void CallerString::expect_unchanged() const
 {
     EXPECT(before == bytes.get());
 }
 
-void Given::expect_turned(char from, char to) const
+void CallerString::expect_converted(char from, char to) const
 {
-    std::string now = bytes.get();
-    EXPECT(now.size() == before.size());
-    for (size_t i = 0; i < now.size(); ++i)
-        EXPECT(now[i] == before[i] || (before[i] == from && now[i] == to));
+    std::string after = bytes.get();
+    EXPECT(after.size() == before.size());
+    for (size_t i = 0; i < after.size(); ++i)
+        EXPECT(after[i] == before[i] || (before[i] == from && after[i] == to));
 }
 
-std::string_view checked(const char *result, size_t width)
+std::string_view checked(const char *result, size_t size)
 {
     EXPECT(result != nullptr);
-    size_t length = strnlen(result, width);
-    EXPECT(length < width);
+    size_t length = strnlen(result, size);
+    EXPECT(length < size);
     return {result, length};
 }
 
-static void expect_sound(const vek_db_rec &db)
+static void check_invariants(const vek_db_rec &db)
 {
     checked(db.name, sizeof db.name);
     checked(db.path, sizeof db.path);
@@ -49,7 +50,7 @@ static void expect_sound(const vek_db_rec &db)
     }
 }
 
-static void expect_sound(const vek_dflt_list *list)
+static void check_invariants(const vek_dflt_list *list)
 {
     if (list == nullptr)
         return;
@@ -60,16 +61,16 @@ static void expect_sound(const vek_dflt_list *list)
     }
 }
 
-void expect_sound_records()
+void check_invariants_records()
 {
     EXPECT(db_count() <= vek_list_capacity);
     for (int level = 1; level <= db_count(); ++level)
-        expect_sound(*db_at(level));
-    expect_sound(vek_propfile_defaults);
-    expect_sound(vek_testrig_defaults);
+        check_invariants(*db_at(level));
+    check_invariants(vek_propfile_defaults);
+    check_invariants(vek_testrig_defaults);
 }
 
-static bool is_same_table(const vek_tbl_rec *one, const vek_tbl_rec *other)
+static bool tables_are_equal(const vek_tbl_rec *one, const vek_tbl_rec *other)
 {
     return strcmp(one->class_, other->class_) == 0 && strcmp(one->dir, other->dir) == 0 &&
            strcmp(one->ext, other->ext) == 0 && one->cfg_index == other->cfg_index;
@@ -79,10 +80,10 @@ static void expect_equal_tables(const vek_db_rec &one, const vek_db_rec &other)
 {
     EXPECT(one.tbl_count == other.tbl_count);
     for (int i = 0; i < one.tbl_count; ++i)
-        EXPECT(is_same_table(one.tbls[i], other.tbls[i]));
+        EXPECT(tables_are_equal(one.tbls[i], other.tbls[i]));
 }
 
-static void expect_no_equal_tables(const vek_db_rec &db)
+static void expect_unique_tables(const vek_db_rec &db)
 {
     for (int i = 0; i < db.tbl_count; ++i)
         for (int j = 0; j < i; ++j)
@@ -90,14 +91,14 @@ static void expect_no_equal_tables(const vek_db_rec &db)
                    vek_strcasecmp(db.tbls[i]->ext, db.tbls[j]->ext) != 0);
 }
 
-void expect_sound_registries()
+void check_invariants_registries()
 {
-    expect_sound_records();
+    check_invariants_records();
     EXPECT(db_count() == number_of_veks);
     for (int level = 1; level <= db_count(); ++level) {
         expect_equal_tables(*db_at(1), *db_at(level));
-        EXPECT(vorn_vek_db2level(db_at(level)->name) == level); // no equal names
+        EXPECT(vorn_vek_db2level(db_at(level)->name) == level); // unique names
     }
     if (db_count() > 0)
-        expect_no_equal_tables(*db_at(1));
+        expect_unique_tables(*db_at(1));
 }

@@ -1,4 +1,4 @@
-// What holds for every operation of the library, whatever it is given.
+// Checks that hold for every operation of the library and every input.
 
 #pragma once
 
@@ -8,17 +8,17 @@
 #include <string>
 #include <string_view>
 
-// A text for the library, in exactly the bytes that it may count on: those of
-// the text, or VEK_PATH_SIZE of them for an operation that expands in place.
-class Given {
+// A string argument in a block of exactly the size that the library may use: that
+// of the string, or VEK_PATH_SIZE bytes for an operation that expands in place.
+class CallerString {
   public:
-    explicit Given(std::string_view text, size_t least = 0);
+    explicit CallerString(std::string_view string, size_t min_size = 0);
     operator char *() const
     {
         return bytes.get();
     }
     void expect_unchanged() const;
-    void expect_turned(char from = '\\', char to = '/') const; // or unchanged
+    void expect_converted(char from = '\\', char to = '/') const; // in full, in part or not
     bool holds(const char *result) const
     {
         return result == bytes.get();
@@ -29,12 +29,12 @@ class Given {
     std::unique_ptr<char[]> bytes;
 };
 
-// The text ends within the width.
-std::string_view checked(const char *result, size_t width = VEK_PATH_SIZE);
+// Fails unless the result ends within `size` bytes.
+std::string_view checked(const char *result, size_t size = VEK_PATH_SIZE);
 
-// Databases have names of their own and the same tables in the same order, and
-// no count exceeds its capacity.
-void expect_sound_registries();
-// A table may have been appended to one database alone, and the count of
-// databases may be anything: only what stays true then.
-void expect_sound_records();
+// Databases have unique names and the same tables in the same order, and no count
+// exceeds its capacity.
+void check_invariants_registries();
+// The invariants that hold even after a table was appended to a single database or
+// the number of databases was set to any value.
+void check_invariants_records();

@@ -1,7 +1,7 @@
-// The core library as the fuzzers play it.
+// The stub core library of the fuzzers.
 
 #include "host/hsk.h"
-#include "support/world.h"
+#include "support/harness.h"
 
 #include <cstring>
 
@@ -15,12 +15,12 @@ int vc_alert(const char *, const char *message, const char *, const char *, cons
 }
 int vc_putenv(const char *name, const char *value)
 {
-    expect(strlen(name) <= 60 && strlen(value) < 268, "a variable has its limits");
-    std::string_view text = name;
-    bool is_ours = text.starts_with("KLV_") || text == "HOME" || text == "TMPDIR";
-    if (text.empty() || text.find('=') != text.npos || (is_ours && the_host.keeps_places))
+    expect(strlen(name) <= 60 && strlen(value) < 268, "a variable is within its limits");
+    std::string_view view = name;
+    bool is_location = view.starts_with("KLV_") || view == "HOME" || view == "TMPDIR";
+    if (view.empty() || view.find('=') != view.npos || (is_location && the_host.keeps_locations))
         return 1;
-    set(name, value);
+    set_env(name, value);
     return 0;
 }
 int msg_get_gui_threshold()
@@ -65,5 +65,5 @@ void ac_get_string(int, int, int, char *buffer)
 }
 void register_new_plugin_paths(const char *name)
 {
-    expect(strlen(name) < 1024, "a plug-in's name has its limit");
+    expect(strlen(name) < 1024, "a plug-in's name is within its limit");
 }

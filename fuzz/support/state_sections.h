@@ -1,5 +1,5 @@
-// Included in front of each source of the library when it is built for the
-// fuzzers: its variables get sections of their own, so that their values can be
-// put back between two inputs without the library's help.
+// Included before each source of the library in a fuzzer build.  The library's
+// variables get sections of their own, so that the harness can restore their values
+// before each input.
 
 #pragma clang section bss = "vek_bss" data = "vek_data"

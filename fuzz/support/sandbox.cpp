@@ -1,6 +1,6 @@
-#include "support/confined.h"
+#include "support/sandbox.h"
 
-#include "support/world.h"
+#include "support/harness.h"
 
 #include <cerrno>
 #include <cstdarg>
@@ -11,26 +11,26 @@
 #include <unistd.h>
 #include <unordered_set>
 
-bool sandbox;
+bool sandbox_active;
 
 // ---- Memory ----
 
 static std::unordered_set<void *> blocks;
-static int left; // allocations up to the one that fails
+static int allocations_left; // including the one that fails; 0: none fails
 
 void fail_allocation(int nth)
 {
-    left = nth;
+    allocations_left = nth;
 }
 
 static bool fails_now()
 {
-    return sandbox && left > 0 && --left == 0;
+    return sandbox_active && allocations_left > 0 && --allocations_left == 0;
 }
 
-static void *keep(void *block)
+static void *record(void *block)
 {
-    if (sandbox && block != nullptr)
+    if (sandbox_active && block != nullptr)
         blocks.insert(block);
     return block;
 }
@@ -43,18 +43,18 @@ void __real_free(void *block);
 
 void *__wrap_malloc(size_t size)
 {
-    return fails_now() ? nullptr : keep(__real_malloc(size));
+    return fails_now() ? nullptr : record(__real_malloc(size));
 }
 void *__wrap_calloc(size_t count, size_t size)
 {
-    return fails_now() ? nullptr : keep(__real_calloc(count, size));
+    return fails_now() ? nullptr : record(__real_calloc(count, size));
 }
 void *__wrap_realloc(void *block, size_t size)
 {
     if (fails_now())
         return nullptr;
     blocks.erase(block);
-    return keep(__real_realloc(block, size));
+    return record(__real_realloc(block, size));
 }
 void __wrap_free(void *block)
 {
@@ -63,7 +63,7 @@ void __wrap_free(void *block)
 }
 }
 
-void confined_release_all()
+void sandbox_release_all()
 {
     for (void *block : blocks)
         __real_free(block);
@@ -72,13 +72,14 @@ void confined_release_all()
 
 // ---- Files ----
 
+// Sets errno to EACCES while the sandbox is active.
 static bool is_outside(const char *path)
 {
-    if (!sandbox)
+    if (!sandbox_active)
         return false;
     std::error_code failed;
-    std::filesystem::path whole = std::filesystem::absolute(path, failed).lexically_normal();
-    bool is_inside = !failed && (whole.native() + "/").starts_with(home + "/");
+    std::filesystem::path absolute = std::filesystem::absolute(path, failed).lexically_normal();
+    bool is_inside = !failed && (absolute.native() + "/").starts_with(home + "/");
     errno = EACCES;
     return !is_inside;
 }

@@ -1,6 +1,6 @@
-#include "support/world.h"
+#include "support/harness.h"
 
-#include "support/confined.h"
+#include "support/sandbox.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -21,30 +21,30 @@ namespace fs = std::filesystem;
 std::string home;
 host the_host;
 
-void expect(bool fact, const char *fact_text)
+void expect(bool condition, const char *description)
 {
-    if (fact)
+    if (condition)
         return;
-    fprintf(stderr, "Not so: %s\n", fact_text);
+    fprintf(stderr, "Check failed: %s\n", description);
     abort();
 }
 
-void expect_same(std::string_view one, std::string_view other)
+void expect_same(std::string_view expected, std::string_view actual)
 {
-    if (one == other)
+    if (expected == actual)
         return;
-    std::cerr << "One: " << one << "\nOther: " << other << "\n";
-    EXPECT(one == other);
+    std::cerr << "Expected: " << expected << "\nActual: " << actual << "\n";
+    EXPECT(expected == actual);
 }
 
-// ---- Variables of the library ----
+// ---- State of the library ----
 
-// The linker's names for the beginnings and ends of the sections.
+// Defined by the linker: the starts and ends of the sections.
 extern "C" {
 extern uint64_t __start_vek_bss[], __stop_vek_bss[], __start_vek_data[], __stop_vek_data[];
 }
 
-// Word by word, since what lies between the variables must not be looked at.
+// Not checked by the sanitizer, which poisons the bytes between the variables.
 __attribute__((no_sanitize("address"), no_builtin("memcpy"))) static void
 copy_words(uint64_t *to, const uint64_t *from, size_t count)
 {
@@ -52,33 +52,33 @@ copy_words(uint64_t *to, const uint64_t *from, size_t count)
         to[i] = from[i];
 }
 
-struct values {
+struct state {
     std::vector<uint64_t> bss, data;
 };
-static values loaded, prepared;
+static state loaded, prepared;
 
-static values take_values()
+static state save_state()
 {
-    values now = {std::vector<uint64_t>((size_t)(__stop_vek_bss - __start_vek_bss)),
-                  std::vector<uint64_t>((size_t)(__stop_vek_data - __start_vek_data))};
-    copy_words(now.bss.data(), __start_vek_bss, now.bss.size());
-    copy_words(now.data.data(), __start_vek_data, now.data.size());
-    return now;
+    state current = {std::vector<uint64_t>((size_t)(__stop_vek_bss - __start_vek_bss)),
+                     std::vector<uint64_t>((size_t)(__stop_vek_data - __start_vek_data))};
+    copy_words(current.bss.data(), __start_vek_bss, current.bss.size());
+    copy_words(current.data.data(), __start_vek_data, current.data.size());
+    return current;
 }
 
-static void restore(const values &then)
+static void restore(const state &saved)
 {
-    copy_words(__start_vek_bss, then.bss.data(), then.bss.size());
-    copy_words(__start_vek_data, then.data.data(), then.data.size());
+    copy_words(__start_vek_bss, saved.bss.data(), saved.bss.size());
+    copy_words(__start_vek_data, saved.data.data(), saved.data.size());
 }
 
 // ---- Environment ----
 
-// Of our own, as the C library keeps the memory of each value ever set.
+// Not setenv(): the C library never frees the values that it sets.
 static std::map<std::string, std::string> variables, prepared_variables;
 static std::vector<char *> entries;
 
-static void show_environment()
+static void publish_environment()
 {
     entries.clear();
     for (auto &[name, entry] : variables)
@@ -87,24 +87,24 @@ static void show_environment()
     environ = entries.data();
 }
 
-void set(const char *name, const char *value)
+void set_env(const char *name, const char *value)
 {
     variables[name] = std::string(name) + "=" + value;
-    show_environment();
+    publish_environment();
 }
 
 // ---- Files ----
 
-void put_file(const std::string &name, std::string_view text)
+void write_file(const std::string &name, std::string_view contents)
 {
-    std::ofstream(name, std::ios::binary) << text;
+    std::ofstream(name, std::ios::binary) << contents;
 }
 
-std::string get_file(const std::string &name)
+std::string read_file(const std::string &name)
 {
-    std::ostringstream text;
-    text << std::ifstream(name, std::ios::binary).rdbuf();
-    return text.str();
+    std::ostringstream contents;
+    contents << std::ifstream(name, std::ios::binary).rdbuf();
+    return contents.str();
 }
 
 static std::set<fs::path> prepared_files;
@@ -134,22 +134,23 @@ static int next_descriptor()
 
 // ---- A run ----
 
-static void make_world()
+static void set_up()
 {
     const char *parent = getenv("TMPDIR");
-    home = fs::canonical(parent != nullptr ? parent : "/tmp") / "fuzz-XXXXXX"; // as it is compared
+    home = fs::canonical(parent != nullptr ? parent : "/tmp") /
+           "fuzz-XXXXXX"; // canonical, as paths are compared with it
     if (mkdtemp(home.data()) == nullptr)
         abort();
     atexit(remove_home);
     fs::current_path(home);
     for (const char *name : {"HOME", "KLV_VORN", "TMPDIR"})
-        set(name, home.c_str());
-    set("KLV_PRODUCT_NAME", "vorn");
-    temporary_dir = vorn_vek_tmp_file_path(); // is made once a process
-    loaded = take_values();
+        set_env(name, home.c_str());
+    set_env("KLV_PRODUCT_NAME", "vorn");
+    temporary_dir = vorn_vek_tmp_file_path(); // created once per process
+    loaded = save_state();
     the_host = {};
     prepare();
-    prepared = take_values();
+    prepared = save_state();
     prepared_variables = variables;
     for (const fs::directory_entry &entry : fs::directory_iterator(home))
         prepared_files.insert(entry.path());
@@ -157,10 +158,10 @@ static void make_world()
 
 void begin_process()
 {
-    confined_release_all();
+    sandbox_release_all();
     restore(loaded);
     variables = prepared_variables;
-    show_environment();
+    publish_environment();
     fail_allocation(0);
 }
 
@@ -176,29 +177,29 @@ static void begin_input()
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t size)
 {
-    fs::path outside = fs::current_path(); // whence the fuzzer knows its files
+    fs::path initial_dir = fs::current_path(); // libFuzzer's relative paths start here
     if (home.empty())
-        make_world();
+        set_up();
     begin_input();
     int descriptor = next_descriptor();
-    sandbox = true;
+    sandbox_active = true;
     run({(const char *)bytes, size});
-    sandbox = false;
-    confined_release_all();
+    sandbox_active = false;
+    sandbox_release_all();
     EXPECT(next_descriptor() == descriptor);
     EXPECT(fs::current_path() == home);
-    fs::current_path(outside);
+    fs::current_path(initial_dir);
     return 0;
 }
 
-std::vector<std::string> split(std::string_view text, std::string_view separator)
+std::vector<std::string> split(std::string_view string, std::string_view separator)
 {
-    std::vector<std::string> pieces;
+    std::vector<std::string> parts;
     for (;;) {
-        size_t end = text.find(separator);
-        pieces.emplace_back(text.substr(0, end));
-        if (end == text.npos)
-            return pieces;
-        text.remove_prefix(end + separator.size());
+        size_t end = string.find(separator);
+        parts.emplace_back(string.substr(0, end));
+        if (end == string.npos)
+            return parts;
+        string.remove_prefix(end + separator.size());
     }
 }
