@@ -1,7 +1,7 @@
 ! vek.f90 - where does a file of a given kind live?  For solvers in Fortran.
 !
-! A source to be compiled along with the solver, which is linked against the
-! library.  vek.h has the rules that hold for all of it.
+! Compile this source along with the solver, and link the solver against the
+! library.  vek.h documents the rules that apply to all functions.
 
 module vek
   use, intrinsic :: iso_c_binding, only: c_char, c_int, c_null_char
@@ -9,22 +9,23 @@ module vek
   private
   public :: f2c_db_search, f2c_vorn_vek_cfg_env_read, vek_search
 
-  integer, parameter, public :: vek_path_size = 268 ! a path text and its terminator
+  integer, parameter, public :: vek_path_size = 268 ! a path and its terminating null
 
-  ! The library's own two operations for Fortran.
+  ! The library's two functions for Fortran.
   interface
-    ! Take the ENVIRONMENT statements of the product and of the plug-ins that
-    ! the loaded model names.  To be called before the first search.
-    ! Result: 0 taken; 1 a file did not open or its last setting failed; -1 the
-    ! configuration files were not found.
+    ! Read the ENVIRONMENT statements of the product and of the plug-ins that
+    ! the loaded model names.  Call it before the first search.
+    ! Returns 0 on success; 1 if a file did not open or its last setting failed;
+    ! -1 if the configuration files were not found.
     function f2c_vorn_vek_cfg_env_read() bind(C, name="F2C_VORN_VEK_CFG_ENV_READ") result(status)
       import :: c_int
       integer(c_int) :: status
     end function f2c_vorn_vek_cfg_env_read
 
-    ! `name` and `file_class` end with a null character.  `result` must have
-    ! vek_path_size characters; it ends with a null character behind `length`
-    ! others.  The two sizes are not read.
+    ! Search for a file.  `name` and `file_class` end with a null character.
+    ! `result` must have vek_path_size characters: the path, of `length`
+    ! characters, and a null character are written to it.  `result_size` and
+    ! `name_size` are not read.
     subroutine f2c_db_search(result, result_size, length, found, name, name_size, file_class) &
       bind(C, name="F2C_DB_SEARCH")
       import :: c_char, c_int
@@ -40,13 +41,13 @@ module vek
 
 contains
 
-  ! Find the file of a name in any form; blanks around `name` and `file_class`
-  ! do not count.  `found` tells that the file is there and that `path` holds
-  ! the whole of its path; otherwise `path` is blank, because a cut path can
-  ! name another file.  `length` tells the characters of the path: more than
-  ! `path` has if that is what was wrong, and 0 if the file is not there.
-  ! A name or class that the library would cut, as it has a blank inside or
-  ! vek_path_size characters, is not asked for and not found.
+  ! Find the file of a name in any form.  Spaces around `name` and `file_class`
+  ! are ignored.  `found` is true if the file exists and all of its path fits
+  ! `path`.  Otherwise `path` is blank, because a truncated path can name another
+  ! file.  `length` is the length of the file's path, or 0 if there is no file.
+  ! It exceeds len(path) if `path` is too short.
+  ! A name or class that has a space inside, or vek_path_size or more characters,
+  ! is not found: the library would truncate it, so it is not searched for.
   ! The first call starts the library and prints what f2c_db_search does.
   subroutine vek_search(name, file_class, path, found, length)
     character(*), intent(in) :: name, file_class
@@ -54,35 +55,35 @@ contains
     logical, intent(out) :: found
     integer, intent(out), optional :: length
 
-    character(vek_path_size, c_char) :: answer
-    integer(c_int) :: answer_length, answer_found
+    character(vek_path_size, c_char) :: result
+    integer(c_int) :: result_length, result_found
 
     path = ' '
     found = .false.
-    answer_length = 0
-    answer_found = 0
-    if (is_whole(name) .and. is_whole(file_class)) then
-      call f2c_db_search(answer, vek_path_size, answer_length, answer_found, terminated(name), &
-                         len_trim(name), terminated(file_class))
+    result_length = 0
+    result_found = 0
+    if (is_passed_whole(name) .and. is_passed_whole(file_class)) then
+      call f2c_db_search(result, vek_path_size, result_length, result_found, &
+                         null_terminated(name), len_trim(name), null_terminated(file_class))
     end if
-    if (answer_found == 0) answer_length = 0
-    found = answer_found /= 0 .and. answer_length <= min(len(path), vek_path_size - 1)
-    if (found) path = answer(:answer_length)
-    if (present(length)) length = answer_length
+    if (result_found == 0) result_length = 0
+    found = result_found /= 0 .and. result_length <= min(len(path), vek_path_size - 1)
+    if (found) path = result(:result_length)
+    if (present(length)) length = result_length
   end subroutine vek_search
 
-  ! Whether the library takes all of the text.
-  pure logical function is_whole(text)
-    character(*), intent(in) :: text
+  ! Whether the library reads all of the string.
+  pure logical function is_passed_whole(string)
+    character(*), intent(in) :: string
 
-    is_whole = len_trim(adjustl(text)) < vek_path_size .and. &
-               index(trim(adjustl(text)), ' ') == 0
-  end function is_whole
+    is_passed_whole = len_trim(adjustl(string)) < vek_path_size .and. &
+                      index(trim(adjustl(string)), ' ') == 0
+  end function is_passed_whole
 
-  pure function terminated(text)
-    character(*), intent(in) :: text
-    character(len_trim(adjustl(text)) + 1, c_char) :: terminated
+  pure function null_terminated(string)
+    character(*), intent(in) :: string
+    character(len_trim(adjustl(string)) + 1, c_char) :: null_terminated
 
-    terminated = trim(adjustl(text)) // c_null_char
-  end function terminated
+    null_terminated = trim(adjustl(string)) // c_null_char
+  end function null_terminated
 end module vek

@@ -1,5 +1,5 @@
-! solver.f90 - a small solver: loads a model and gathers the files that it is
-! made of.  The model's lines "file <class> <name>" name them.
+! solver.f90 - a small solver.  It loads a model and prints the path and title of
+! each of its files.  The lines "file <class> <name>" of the model name them.
 
 program solver
   use, intrinsic :: iso_c_binding, only: c_char, c_int, c_null_char
@@ -7,7 +7,7 @@ program solver
   use vek, only: f2c_vorn_vek_cfg_env_read, vek_path_size, vek_search
   implicit none
 
-  ! The stand-in of the core library; see hsk_control.h.
+  ! Control of the stub core library; see hsk_control.h.
   interface
     subroutine hsk_output_to_error(to_error) bind(C, name="hsk_output_to_error")
       import :: c_int
@@ -36,18 +36,18 @@ program solver
   do
     read (unit, '(a)', iostat=status) line
     if (status /= 0) exit
-    call take_word(line, word)
+    call read_word(line, word)
     if (word /= 'file') cycle
-    call take_word(line, file_class)
-    call take_word(line, name)
-    call gather(file_class, name)
+    call read_word(line, file_class)
+    call read_word(line, name)
+    call print_file(file_class, name)
   end do
   close (unit)
 
 contains
 
-  ! Show the path of a file and its title, which its first line holds.
-  subroutine gather(file_class, name)
+  ! Print the path of a file and its title, which is on its first line.
+  subroutine print_file(file_class, name)
     character(*), intent(in) :: file_class, name
     character(vek_path_size) :: path
     character(line_size) :: title, keyword
@@ -60,27 +60,27 @@ contains
     if (file_status == 0) read (file_unit, '(a)', iostat=file_status) title
     if (file_status /= 0) call fail('nothing to read in ' // trim(path))
     close (file_unit)
-    call take_word(title, keyword)
+    call read_word(title, keyword)
     write (output_unit, '(a8, 3a)') file_class, trim(path), ': ', trim(title)
-  end subroutine gather
+  end subroutine print_file
 
-  ! Take the first word off a text, which keeps the rest.
-  subroutine take_word(text, word)
-    character(*), intent(inout) :: text
+  ! Move the first word of a string to `word`.
+  subroutine read_word(string, word)
+    character(*), intent(inout) :: string
     character(*), intent(out) :: word
     integer :: length
 
-    text = adjustl(text)
-    length = scan(text, ' ') - 1
-    if (length < 0) length = len(text)
-    word = text(:length)
-    text = adjustl(text(length + 1:))
-  end subroutine take_word
+    string = adjustl(string)
+    length = scan(string, ' ') - 1
+    if (length < 0) length = len(string)
+    word = string(:length)
+    string = adjustl(string(length + 1:))
+  end subroutine read_word
 
-  subroutine fail(text)
-    character(*), intent(in) :: text
+  subroutine fail(message)
+    character(*), intent(in) :: message
 
-    write (error_unit, '(2a)') 'solver: ', text
+    write (error_unit, '(2a)') 'solver: ', message
     stop 1
   end subroutine fail
 end program solver
