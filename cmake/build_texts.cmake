@@ -1,11 +1,11 @@
-# Writes the C source OUTPUT with the texts that identify a build of CONFIG:
-# what the compilers were told (from COMMANDS, the build's list of compile
-# commands), on which system, when, and for which release.  Run with cmake -P.
+# Writes the C source OUTPUT with the strings that identify a build of CONFIG:
+# the compiler options (from COMMANDS, the build's compile_commands.json), the
+# SYSTEM, the date and the RELEASE.  Run with cmake -P.
 
 cmake_minimum_required(VERSION 3.25)
 
-# The options among the words of a command: not the compiler, nor what only says
-# which files are read and written, and how their places are told.
+# Sets `variable` to the options of a compile command, without the compiler and
+# without options that only name files and directories or map their paths.
 function(keep_options variable command)
   separate_arguments(words UNIX_COMMAND "${command}")
   list(POP_FRONT words)
@@ -24,7 +24,7 @@ function(keep_options variable command)
   set(${variable} "${kept}" PARENT_SCOPE)
 endfunction()
 
-# The options of the command that makes the object of a source.
+# Sets `variable` to the options that compile `source`.
 function(find_options variable source)
   file(READ ${COMMANDS} commands)
   string(JSON count LENGTH "${commands}")
@@ -37,12 +37,12 @@ function(find_options variable source)
       return()
     endif()
   endforeach()
-  message(FATAL_ERROR "${COMMANDS} does not say how ${source} is compiled")
+  message(FATAL_ERROR "${COMMANDS} has no command that compiles ${source}")
 endfunction()
 
 find_options(c_options build_texts.c)
 find_options(cxx_options solver/build_identification.cpp)
-string(TIMESTAMP date "%Y-%m-%d %H:%M:%S" UTC) # of SOURCE_DATE_EPOCH where it is set
+string(TIMESTAMP date "%Y-%m-%d %H:%M:%S" UTC) # that of SOURCE_DATE_EPOCH if it is set
 string(REGEX REPLACE "^(....)-(..)-(..) (..):(..):..$" "\\1\\2\\3.\\4\\5" version ${date})
 
 set(texts "")
@@ -57,6 +57,6 @@ file(WRITE ${OUTPUT} "#include \"solver/build_texts.h\"
 
 const char *const vek_build_texts[] = {
 ${texts}    0};
-const char vek_release_told[] = \"${RELEASE}\";
+const char vek_version_release[] = \"${RELEASE}\";
 const char vek_release[] = \"${RELEASE}\";
 ")

@@ -1,5 +1,6 @@
-# What all of our own code is compiled with: vek_warnings for everything,
-# vek_library_rules for the libraries, which need no C++ runtime library.
+# Compiler and linker options: vek_warnings for all of our code, vek_hardening for
+# what is installed, vek_library_rules for the two libraries, which need no C++
+# runtime library.
 
 add_library(vek_warnings INTERFACE)
 target_compile_options(vek_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
@@ -10,8 +11,8 @@ if(VEK_SANITIZE)
   target_link_options(vek_warnings INTERFACE -fsanitize=address,undefined)
 endif()
 
-# A bug that nobody has found yet ends the process rather than let it be taken
-# over.  The checkers have their own ways.
+# A memory error should end the process rather than let an attacker control it.
+# Not for the sanitizers, which have checks of their own.
 include(CheckCXXCompilerFlag)
 check_cxx_compiler_flag(-fcf-protection VEK_HAS_CF_PROTECTION)
 add_library(vek_hardening INTERFACE)
@@ -24,7 +25,7 @@ if(NOT VEK_SANITIZE)
   if(WIN32)
     target_link_options(vek_hardening INTERFACE
                         -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
-    target_link_libraries(vek_hardening INTERFACE -l:libssp.a) # else there is one DLL more
+    target_link_libraries(vek_hardening INTERFACE -l:libssp.a) # static, to need one DLL less
   else()
     target_link_options(vek_hardening INTERFACE -Wl,-z,relro,-z,now)
   endif()
@@ -42,7 +43,7 @@ if(VEK_FUZZ)
   target_include_directories(vek_library_rules INTERFACE ${PROJECT_SOURCE_DIR}/fuzz)
 endif()
 
-# What is run is counted in the libraries alone.
+# Coverage is measured in the libraries only.
 if(VEK_COVERAGE)
   target_compile_options(vek_library_rules INTERFACE --coverage)
   target_link_options(vek_warnings INTERFACE --coverage)

@@ -1,6 +1,6 @@
-# What is installed, and how hosts find it: by find_package(vek), with the
-# targets vek::vek, vek::hsk and vek::fortran, and by pkg-config, with vek and
-# vek-hsk.  No file holds the prefix, so that the whole can be moved.
+# The installation.  Hosts find it with find_package(vek), which defines the
+# targets vek::vek, vek::hsk and vek::fortran, or with pkg-config, as vek and
+# vek-hsk.  No installed file contains the prefix, so that it is relocatable.
 
 include(CMakePackageConfigHelpers)
 
@@ -11,7 +11,7 @@ install(TARGETS vek hsk EXPORT vek INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDED
 install(FILES ${PROJECT_SOURCE_DIR}/include/vek.h ${PROJECT_SOURCE_DIR}/hsk/hsk_control.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-# A newer release serves a host of an older one.
+# A host that asks for an older release accepts a newer one.
 install(EXPORT vek DESTINATION ${package_dir} NAMESPACE vek:: FILE vekConfig.cmake)
 write_basic_package_version_file(${generated_dir}/vekConfigVersion.cmake
                                  COMPATIBILITY AnyNewerVersion)

@@ -1,4 +1,4 @@
-# For building for Windows, 64 bits, with Debian's MinGW-w64.  The variant with
+# Cross-compiles for 64-bit Windows with Debian's MinGW-w64.  Only the variant with
 # POSIX threads has the parts of the standard library that the tests use.
 
 set(CMAKE_SYSTEM_NAME Windows)
@@ -18,5 +18,5 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# The tests run under Wine, which gets a prefix of its own in the build folder.
+# The tests run under Wine, with a Wine prefix in the build directory.
 set(CMAKE_CROSSCOMPILING_EMULATOR env WINEPREFIX=${CMAKE_BINARY_DIR}/wine WINEDEBUG=-all wine)

@@ -13,7 +13,7 @@ const char *vek_version()
     for (const char *const *text = vek_build_texts; *text != nullptr; ++text)
         fprintf(stdout, "\n%s", *text + marker_length);
     fputs("\n", stdout);
-    return vek_release_told;
+    return vek_version_release;
 }
 
 const char *vek_build_version()

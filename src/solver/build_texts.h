@@ -8,7 +8,7 @@ extern "C" {
 #endif
 
 extern const char *const vek_build_texts[]; /* a null pointer ends them */
-extern const char vek_release_told[];       /* what vek_version returns */
+extern const char vek_version_release[];    /* what vek_version returns */
 extern const char vek_release[];            /* what vek_build_version returns */
 
 #ifdef __cplusplus
