@@ -2,10 +2,10 @@
 
 #include "config/config.h"
 #include "host/message.h"
+#include "memory/array.h"
 #include "records.h"
 #include "text/text.h"
 
-#include <cstdlib>
 #include <cstring>
 
 using cfg_slot = char[VEK_CFG_PATH_SIZE];
@@ -19,24 +19,21 @@ int vek_next_cfg_index;
 static cfg_slot *files_read;
 static int files_read_capacity;
 
-static bool make_room()
+// The index may lie far above the capacity: it also counts the files for which
+// there was no memory.
+static bool reserve_slot()
 {
-    if (vek_next_cfg_index < files_read_capacity)
-        return true;
-    size_t old_count = static_cast<size_t>(files_read_capacity);
-    size_t count = static_cast<size_t>(vek_next_cfg_index) + 10; // earlier growths may have failed
-    void *grown = realloc(files_read, count * sizeof(cfg_slot));
-    if (grown == nullptr)
+    const int old_capacity = files_read_capacity;
+    if (!array_reserve(&files_read, &files_read_capacity, vek_next_cfg_index, 10))
         return false;
-    files_read = static_cast<cfg_slot *>(grown);
-    memset(files_read + old_count, 0, (count - old_count) * sizeof(cfg_slot));
-    files_read_capacity = static_cast<int>(count);
+    const size_t added = static_cast<size_t>(files_read_capacity - old_capacity);
+    memset(files_read + old_capacity, 0, added * sizeof(cfg_slot));
     return true;
 }
 
 bool cfg_index_assign(const char *path)
 {
-    bool is_kept = make_room();
+    bool is_kept = reserve_slot();
     if (is_kept)
         text_copy(files_read[vek_next_cfg_index], path);
     else

@@ -12,7 +12,7 @@ static void read_all(cfg_text *text, FILE *file)
     static char block[32768];
     size_t length = sizeof block;
     setvbuf(file, nullptr, _IONBF, 0);
-    while (length == sizeof block && !text->bytes.is_cut) {
+    while (length == sizeof block && !text->bytes.is_truncated) {
         length = platform_read(file, block, sizeof block);
         builder_append(&text->bytes, block, length);
     }
@@ -41,7 +41,7 @@ bool load_text(cfg_text *text, const char *path)
         is_unchanged = read_unchanged(text, file);
         fclose(file);
     }
-    if (text->bytes.is_cut) {
+    if (text->bytes.is_truncated) {
         builder_release(&text->bytes);
         errno = ENOMEM;
         return false;

@@ -1,6 +1,7 @@
 // The ordered list of databases.
 
 #include "host/message.h"
+#include "memory/array.h"
 #include "platform/platform.h"
 #include "registry/registry.h"
 #include "text/text.h"
@@ -94,20 +95,6 @@ int vek_dir_is_writable(const char *path)
     return platform_can_create(text_or_empty(path), "tmp_bedwvorn.txt") ? 1 : 0;
 }
 
-// Add 5 slots if all are taken.
-static bool make_room()
-{
-    if (number_of_veks < vek_list_capacity)
-        return true;
-    size_t capacity = static_cast<size_t>(vek_list_capacity) + 5;
-    void *grown = realloc(vek_list, capacity * sizeof *vek_list);
-    if (grown == nullptr)
-        return false;
-    vek_list = static_cast<vek_db_rec **>(grown);
-    vek_list_capacity = static_cast<int>(capacity);
-    return true;
-}
-
 static bool copy_tables(vek_db_rec *to, const vek_db_rec *from)
 {
     for (int i = 0; i < from->tbl_count; ++i) {
@@ -170,7 +157,7 @@ static int store(const char *name, const char *path, int cfg_index)
     if (number_of_veks < 0 || number_of_veks > stored_count)
         return 1; // a count set by the host; no slot is known to be the next
     stored_db *made = nullptr;
-    if (make_room())
+    if (array_reserve(&vek_list, &vek_list_capacity, number_of_veks, 5))
         made = static_cast<stored_db *>(calloc(1, sizeof *made));
     if (made == nullptr) {
         report_malloc_failure("vek_db_read");

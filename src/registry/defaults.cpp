@@ -1,6 +1,7 @@
 // The default property file and the default test rig of a class.
 
 #include "host/message.h"
+#include "memory/array.h"
 #include "names/names.h"
 #include "registry/registry.h"
 #include "text/text.h"
@@ -45,17 +46,10 @@ static bool make_list(const dflt_kind &kind)
     return *kind.list != nullptr;
 }
 
-static bool make_room(vek_dflt_list *list, const dflt_kind &kind)
+static bool reserve_entry(vek_dflt_list *list, const dflt_kind &kind)
 {
-    if (list->count < list->capacity)
-        return true;
-    int capacity = list->capacity == 0 ? kind.first_slots : list->capacity + kind.more_slots;
-    void *grown = realloc(list->entries, static_cast<size_t>(capacity) * sizeof *list->entries);
-    if (grown == nullptr)
-        return false;
-    list->entries = static_cast<vek_dflt_rec **>(grown);
-    list->capacity = capacity;
-    return true;
+    const int step = list->capacity == 0 ? kind.first_slots : kind.more_slots;
+    return array_reserve(&list->entries, &list->capacity, list->count, step);
 }
 
 static bool fits(const char *file_class, const char *value)
@@ -70,7 +64,7 @@ static bool append(const dflt_kind &kind, const char *file_class, const char *va
     if (list == nullptr || !fits(file_class, value))
         return false;
     vek_dflt_rec *record = nullptr;
-    if (make_room(list, kind))
+    if (reserve_entry(list, kind))
         record = static_cast<vek_dflt_rec *>(malloc(sizeof *record));
     if (record == nullptr) {
         report_malloc_failure(kind.add_caller);

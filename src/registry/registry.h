@@ -62,7 +62,7 @@ inline stored_db *stored(const vek_db_rec *db)
 
 // registry/table_find.cpp.  Make room for the keys of that many tables; false if
 // there is no memory.
-bool hashes_grow(vek_db_rec *db, int capacity);
+bool hashes_resize(vek_db_rec *db, int capacity);
 void hashes_release(vek_db_rec *db);
 // Enter the keys of the table that is next.
 void hashes_append(vek_db_rec *db, const vek_tbl_rec *table);

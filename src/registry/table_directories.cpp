@@ -250,13 +250,13 @@ FILE *report_file_open(const char *path, const char *caller)
 
 int report_file_close(FILE *file, text_builder *out, const char *caller)
 {
-    bool is_cut = out->is_cut;
+    bool is_truncated = out->is_truncated;
     platform_write(file, out->bytes, out->length);
     fclose(file);
     builder_release(out);
-    if (is_cut)
+    if (is_truncated)
         report_malloc_failure(caller);
-    return is_cut ? 1 : 0;
+    return is_truncated ? 1 : 0;
 }
 
 int vorn_vek_tbl_info(const char *path)

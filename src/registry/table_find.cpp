@@ -2,6 +2,7 @@
 // stand the keys of their texts, in a row for each kind of text, so that the
 // records of other tables are not touched.
 
+#include "memory/array.h"
 #include "registry/registry.h"
 #include "text/text.h"
 
@@ -13,14 +14,11 @@ static const char *text_of(const vek_tbl_rec *table, int which)
     return which == TABLE_CLASS ? table->class_ : which == TABLE_EXT ? table->ext : table->alias;
 }
 
-bool hashes_grow(vek_db_rec *db, int capacity)
+bool hashes_resize(vek_db_rec *db, int capacity)
 {
-    for (wchar_t *&keys : stored(db)->keys) {
-        void *grown = realloc(keys, static_cast<size_t>(capacity) * sizeof *keys);
-        if (grown == nullptr)
+    for (wchar_t *&keys : stored(db)->keys)
+        if (!array_resize(&keys, static_cast<size_t>(capacity)))
             return false;
-        keys = static_cast<wchar_t *>(grown);
-    }
     return true;
 }
 

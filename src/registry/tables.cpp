@@ -1,23 +1,21 @@
 // TABLE statements, and the tables of each database.
 
 #include "host/message.h"
+#include "memory/array.h"
 #include "registry/registry.h"
 #include "text/text.h"
 
 #include <cstdlib>
 #include <cstring>
 
-// 25 slots at first, then 5 more each time all are taken.
-static bool make_room(vek_db_rec *db)
+// The arrays of a database have one capacity, which changes once all have grown.
+static bool reserve_table(vek_db_rec *db)
 {
-    if (db->tbl_count < db->tbl_capacity)
-        return true;
-    int capacity = db->tbl_capacity == 0 ? 25 : db->tbl_capacity + 5;
-    void *grown = realloc(db->tbls, static_cast<size_t>(capacity) * sizeof *db->tbls);
-    if (grown == nullptr)
+    const int step = db->tbl_capacity == 0 ? 25 : 5;
+    int capacity = db->tbl_capacity;
+    if (!array_reserve(&db->tbls, &capacity, db->tbl_count, step))
         return false;
-    db->tbls = static_cast<vek_tbl_rec **>(grown);
-    if (!hashes_grow(db, capacity))
+    if (capacity > db->tbl_capacity && !hashes_resize(db, capacity))
         return false;
     db->tbl_capacity = capacity;
     return true;
@@ -35,7 +33,7 @@ bool table_append(vek_db_rec *db, const char *file_class, const char *dir, const
     table.cfg_index = cfg_index;
 
     vek_tbl_rec *record = nullptr;
-    if (make_room(db))
+    if (reserve_table(db))
         record = static_cast<vek_tbl_rec *>(malloc(sizeof *record));
     if (record == nullptr) {
         report_malloc_failure("vek_tbl_add");

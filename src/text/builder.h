@@ -10,12 +10,12 @@
 #define BUILDER_FORMAT(pos, first)
 #endif
 
-// All zero at first.  `is_cut` says that memory ran out, and errno was ENOMEM.
+// All zero at first.  `is_truncated` says that memory ran out, and errno was ENOMEM.
 struct text_builder {
     char *bytes;
     size_t length;
     size_t capacity;
-    bool is_cut;
+    bool is_truncated;
 };
 
 void builder_append(text_builder *text, const char *bytes, size_t length);

@@ -211,7 +211,7 @@ static bool opens_for_writing(const private_update *state)
 bool write_new_file(private_update *state)
 {
     const bool is_new = state->lock < 0;
-    if (state->text.is_cut)
+    if (state->text.is_truncated)
         return report_failure(state, strerror(ENOMEM));
     if (!is_new && !opens_for_writing(state))
         return false;
