@@ -62,7 +62,7 @@ vek_db_rec *db_at(int level);
 // The database of a name, or null.
 vek_db_rec *db_find(const char *name);
 
-// registry/table_find.cpp.  The first table of a database with that alias,
+// registry/table_hashes.cpp.  The first table of a database with that alias,
 // "<database>/dir"; null if there is none.
 vek_tbl_rec *table_of_alias(const vek_db_rec *db, const char *alias);
 

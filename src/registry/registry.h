@@ -60,7 +60,7 @@ inline stored_db *stored(const vek_db_rec *db)
     return reinterpret_cast<stored_db *>(const_cast<vek_db_rec *>(db));
 }
 
-// registry/table_find.cpp.  Make room for the keys of that many tables; false if
+// registry/table_hashes.cpp.  Make room for the keys of that many tables; false if
 // there is no memory.
 bool hashes_resize(vek_db_rec *db, int capacity);
 void hashes_release(vek_db_rec *db);
