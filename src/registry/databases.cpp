@@ -13,8 +13,8 @@ vek_db_rec **vek_list;
 int number_of_veks;
 int vek_list_capacity;
 
-// Slots that hold a record, from the first on.  number_of_veks is the host's
-// to set; this is not.
+// How many slots, from the first on, have a record.  Unlike number_of_veks, no host
+// can set it.
 static int stored_count;
 
 int db_count()
@@ -42,10 +42,10 @@ int vorn_vek_get_number_of_veks()
 int vorn_vek_db2level(const char *name)
 {
     name = text_or_empty(name);
-    const wchar_t key = text_hash_nocase(name);
+    const uint32_t hash = text_hash_nocase(name);
     const int count = db_count();
     for (int level = 1; level <= count; ++level)
-        if (stored(vek_list[level - 1])->name_hash == key &&
+        if (vek_list[level - 1]->name_hash == hash &&
             vek_strcasecmp(vek_list[level - 1]->name, name) == 0)
             return level;
     return -1;
@@ -105,7 +105,7 @@ static bool copy_tables(vek_db_rec *to, const vek_db_rec *from)
     return true;
 }
 
-static void release(vek_db_rec *db)
+static void release_database(vek_db_rec *db)
 {
     while (db->tbl_count > 0)
         table_pop(db);
@@ -114,21 +114,22 @@ static void release(vek_db_rec *db)
     free(db);
 }
 
-// What a removed database leaves: its tables, and the database that it had taken
-// the place of.  What a lookup gave from them stays good, so they are kept for the
-// rest of the process, in sight of leak checkers.
+// What remains of a removed database: its tables, and the database that it had
+// replaced.  Strings that lookups returned from them stay valid, so they are kept
+// for the rest of the process, where leak checkers find them.
 struct retired_tables {
     vek_tbl_rec **tbls;
     vek_db_rec *replaced;
     retired_tables *next;
 };
 
-// The record's own block, cut down, holds on to them.
-static void release_but_tables(vek_db_rec *db)
+// Release a database except for its tables.  The record's own block, made smaller,
+// becomes the list entry that keeps them, so this cannot fail.
+static void release_retiring_tables(vek_db_rec *db)
 {
     static retired_tables *last;
     vek_tbl_rec **tbls = db->tbls;
-    vek_db_rec *replaced = stored(db)->replaced;
+    vek_db_rec *replaced = db->replaced;
     hashes_release(db);
     if (tbls == nullptr && replaced == nullptr) {
         free(db);
@@ -140,7 +141,7 @@ static void release_but_tables(vek_db_rec *db)
     last = kept;
 }
 
-// Databases that a lower count hides close up as well.
+// Databases that a lower number_of_veks hides move up as well.
 void db_unlink(int level)
 {
     vek_db_rec **slot = vek_list + level - 1;
@@ -148,40 +149,39 @@ void db_unlink(int level)
     memmove(slot, slot + 1, static_cast<size_t>(stored_count - level) * sizeof *slot);
     vek_list[--stored_count] = nullptr;
     --number_of_veks;
-    release_but_tables(db);
+    release_retiring_tables(db);
 }
 
-// Result: 0 stored, 1 not.
-static int store(const char *name, const char *path, int cfg_index)
+// Append a database to those in use.  Returns 0, or 1 if it is not stored.
+static int append_database(const char *name, const char *path, int cfg_index)
 {
     if (number_of_veks < 0 || number_of_veks > stored_count)
-        return 1; // a count set by the host; no slot is known to be the next
-    stored_db *made = nullptr;
+        return 1; // the host has set a count that no slot follows
+    vek_db_rec *db = nullptr;
     if (array_reserve(&vek_list, &vek_list_capacity, number_of_veks, 5))
-        made = static_cast<stored_db *>(calloc(1, sizeof *made));
-    if (made == nullptr) {
+        db = static_cast<vek_db_rec *>(calloc(1, sizeof *db));
+    if (db == nullptr) {
         report_malloc_failure("vek_db_read");
         return 1;
     }
-    vek_db_rec *db = &made->record;
     text_copy(db->name, name);
-    made->name_hash = text_hash_nocase(name);
+    db->name_hash = text_hash_nocase(name);
     text_copy(db->path, path);
     db->writable = vek_dir_is_writable(path);
     db->cfg_index = cfg_index;
     if (number_of_veks > 0 && !copy_tables(db, db_at(1))) {
-        release(db);
+        release_database(db);
         return 1;
     }
     if (number_of_veks < stored_count)
-        made->replaced = vek_list[number_of_veks];
+        db->replaced = vek_list[number_of_veks];
     else
         ++stored_count;
     vek_list[number_of_veks++] = db;
     return 0;
 }
 
-static bool ensure_dir(const char *path)
+static bool ensure_database_dir(const char *path)
 {
     if (vorn_vek_db_exists(path) != 0)
         return true;
@@ -189,16 +189,16 @@ static bool ensure_dir(const char *path)
     return vorn_vek_db_exists(path) != 0;
 }
 
-// Of a text that begins with a word.
-static text_span trim_end(text_span text)
+// Remove the spaces and tabs at the end of a string that begins with a word.
+static text_span trim_end(text_span string)
 {
-    while (strchr(" \t", text.start[text.length - 1]) != nullptr)
-        --text.length;
-    return text;
+    while (strchr(" \t", string.start[string.length - 1]) != nullptr)
+        --string.length;
+    return string;
 }
 
-// The path of a statement as people write it, made to one of ours.
-static void normalise(char *path)
+// Expand the variables in the path of a statement and make all separators "/".
+static void normalize_path(char *path)
 {
     vorn_vek_nt2unix_path(path);
     vek_eval_str(path);
@@ -206,12 +206,13 @@ static void normalise(char *path)
     vek_rm_extra_separators(path);
 }
 
-// What is refused late has had its directory made, and a directory that can't
-// be made hides that the name is taken: hosts know this order.
+// Hosts rely on the order: the directory is created even if the name is rejected
+// afterwards, and a directory that cannot be created is reported before a name that
+// is in use.  Returns a code of vek_db_read.
 static int add_database(const char *name, char *path, int cfg_index)
 {
-    normalise(path);
-    if (!ensure_dir(path))
+    normalize_path(path);
+    if (!ensure_database_dir(path))
         return 2;
     if (strchr(path, '~') != nullptr)
         text_copy(path, VEK_PATH_SIZE, _vek_getlongpath(path));
@@ -219,7 +220,7 @@ static int add_database(const char *name, char *path, int cfg_index)
         return 3;
     if (strcmp(name, "shared") == 0 && cfg_index == vek_private_cfg_index)
         return 6;
-    return store(name, path, cfg_index);
+    return append_database(name, path, cfg_index);
 }
 
 int vek_db_read(const char *statement, int cfg_index)

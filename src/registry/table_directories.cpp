@@ -66,7 +66,7 @@ static int count_unseen(const vek_db_rec *db, int last_cfg_index)
 {
     int count = 0;
     for (int i = 0; i < db->tbl_count; ++i)
-        if (is_wanted(db->tbls[i], last_cfg_index) && !db->tbls[i]->dir_was_there)
+        if (is_wanted(db->tbls[i], last_cfg_index) && !db->tbls[i]->dir_existed)
             ++count;
     return count;
 }
@@ -86,7 +86,7 @@ static bool list_tables(const vek_db_rec *db, open_dir *dir, int unseen)
         if (table == nullptr || table->dir_is_listed)
             continue;
         table->dir_is_listed = true;
-        if (!table->dir_was_there)
+        if (!table->dir_existed)
             --unseen;
     }
     return false;
@@ -117,8 +117,8 @@ static int make_directories(const vek_db_rec *db, int last_cfg_index, bool cwd_o
     for (int i = 0; i < db->tbl_count; ++i) {
         vek_tbl_rec *table = db->tbls[i];
         if (is_wanted(table, last_cfg_index)) {
-            table->dir_was_there = ensure_dir(&dir, table);
-            if (!table->dir_was_there) {
+            table->dir_existed = ensure_dir(&dir, table);
+            if (!table->dir_existed) {
                 warn_of_missing_directory(db, table);
                 result = 1;
             }

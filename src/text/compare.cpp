@@ -9,9 +9,10 @@ static int upper(char character)
     return toupper(static_cast<unsigned char>(character));
 }
 
-// ASCII letters have one upper case in every locale but for "i", which some pair
-// with a letter that is not ASCII.  Where others have one, or control characters,
-// is up to the locale.
+// Characters that are equal without regard to case, in any locale, are folded to one
+// value.  ASCII letters have the same upper case in every locale except for "i", which
+// some locales pair with a letter that is not ASCII.  The upper case of other
+// characters, and of control characters, depends on the locale: all these become 0.
 static constexpr unsigned char fold(unsigned code)
 {
     unsigned lower = code | 0x20;
@@ -19,24 +20,24 @@ static constexpr unsigned char fold(unsigned code)
 }
 
 struct fold_table {
-    unsigned char of[256];
+    unsigned char folded[256];
 };
 
 static constexpr fold_table make_fold_table()
 {
-    fold_table made = {};
+    fold_table table = {};
     for (unsigned code = 0; code < 256; ++code)
-        made.of[code] = fold(code);
-    return made;
+        table.folded[code] = fold(code);
+    return table;
 }
 
-static unsigned folded(char character)
+static uint32_t folded(char character)
 {
     static constexpr fold_table table = make_fold_table();
-    return table.of[static_cast<unsigned char>(character)];
+    return table.folded[static_cast<unsigned char>(character)];
 }
 
-// Most that are compared are the same.
+// Most compared characters are the same.
 bool char_equal_nocase(char first, char second)
 {
     return first == second || (folded(first) == folded(second) && upper(first) == upper(second));
@@ -65,14 +66,28 @@ int vek_strncasecmp(const char *first, const char *second, int count)
     return 0;
 }
 
-// Names that differ do so in their lengths or towards their ends.
-wchar_t text_hash_nocase(const char *text)
+// One step of the FNV-1a hash.
+static uint32_t hash_step(uint32_t hash, char character)
 {
+    return (hash ^ folded(character)) * 16777619;
+}
+
+// Names differ in their lengths or near their ends, so only the length and the last
+// characters are hashed.  The compiler unrolls a loop of constant length.
+uint32_t text_hash_nocase(const char *text)
+{
+    constexpr size_t hashed_length = 8;
     size_t length = strlen(text);
-    unsigned key = static_cast<unsigned>(length);
-    for (const char *pos = text + (length > 8 ? length - 8 : 0); *pos != '\0'; ++pos)
-        key = key * 31 + folded(*pos);
-    return static_cast<wchar_t>(key);
+    uint32_t hash = static_cast<uint32_t>(length);
+    if (length < hashed_length) {
+        for (; *text != '\0'; ++text)
+            hash = hash_step(hash, *text);
+        return hash;
+    }
+    const char *last = text + length - hashed_length;
+    for (size_t i = 0; i < hashed_length; ++i)
+        hash = hash_step(hash, last[i]);
+    return hash;
 }
 
 char *vek_strrstr(const char *text, const char *part)

@@ -19,6 +19,7 @@
 #include "vek.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 
 // What an operation with nothing to give returns.  Nothing writes to it.
@@ -42,9 +43,9 @@ bool char_equal_nocase(char first, char second);
 // Whether the characters are this word, without regard to case.
 bool text_equals_nocase(text_span text, const char *word);
 
-// A number by which a text is looked for among many.  Texts that are equal without
-// regard to case have the same, whatever the locale; others seldom have.
-wchar_t text_hash_nocase(const char *text);
+// A hash that strings have in common if they are equal without regard to case,
+// whatever the locale.
+uint32_t text_hash_nocase(const char *text);
 
 // Each takes the next piece from *text and moves *text behind it.  A piece of
 // length 0 says that there is none.
