@@ -1,4 +1,4 @@
-// The four forms of a name, and the way from each to a real path.
+// The four forms of a name, and how each is resolved to a path.
 
 #include "names/names.h"
 #include "records.h"
@@ -7,11 +7,11 @@
 #include <cstdlib>
 #include <cstring>
 
-// The database part of a text ends at the first `end`; *rest is what follows.
-// False if there is none.
-static bool cut_database(char *database, char end, const char **rest)
+// Truncate a name to its database, which ends at the first `terminator`; *rest is
+// what follows.  Returns false if there is no terminator.
+static bool truncate_to_database(char *database, char terminator, const char **rest)
 {
-    char *pos = strchr(database, end);
+    char *pos = strchr(database, terminator);
     *rest = vek_empty_text;
     if (pos == nullptr)
         return false;
@@ -29,12 +29,12 @@ void vek_split_alias(const char *text, char *database, char *standard, int *is_a
         database[0] = standard[0] = '\0';
     } else if (text_starts_with(text, "klvds://")) {
         text_copy(database, VEK_PATH_SIZE, text + strlen("klvds://"));
-        const char *closing = cut_database(database, '/', &rest) ? ">/" : ">";
+        const char *closing = truncate_to_database(database, '/', &rest) ? ">/" : ">";
         text_join(standard, VEK_PATH_SIZE, {"<", database, closing, rest});
     } else if (text[0] == '<') {
         text_copy(standard, VEK_PATH_SIZE, text);
         text_copy(database, VEK_PATH_SIZE, text + 1);
-        cut_database(database, '>', &rest);
+        truncate_to_database(database, '>', &rest);
     } else if (text_starts_with(text, "file://")) {
         text_copy(standard, VEK_PATH_SIZE, text + strlen("file://"));
         *is_alias = 0;
@@ -53,15 +53,15 @@ const char *vorn_vek_standardize_alias(const char *text)
     return vek_std_buf;
 }
 
-// "shared" stands for the product's own shared database.
+// Replace "shared" by the product's own shared database.
 static void resolve_shared(char (&database)[VEK_PATH_SIZE], char (&standard)[VEK_PATH_SIZE])
 {
     if (strcmp(database, "shared") != 0 || vek_product_name_is("dunmoren") != 0)
         return;
     char old[VEK_PATH_SIZE];
     text_copy(old, standard);
-    size_t named = strlen("<shared");
-    const char *rest = strlen(old) > named ? old + named : "";
+    size_t prefix_length = strlen("<shared");
+    const char *rest = strlen(old) > prefix_length ? old + prefix_length : "";
     text_join(database, {vek_product_name(), "_shared"});
     text_join(standard, {"<", vek_product_name(), "_shared", rest});
 }
@@ -88,7 +88,7 @@ const char *vorn_vek_alias2path(char *text)
     return table == nullptr ? db->path : table->full_path;
 }
 
-static const vek_tbl_rec *find_table_of_directory(const char *directory)
+static const vek_tbl_rec *find_table_by_dir(const char *directory)
 {
     for (int level = 1; level <= db_count(); ++level) {
         const vek_db_rec *db = db_at(level);
@@ -102,10 +102,10 @@ static const vek_tbl_rec *find_table_of_directory(const char *directory)
 const char *vorn_vek_input2tblpth(char *text)
 {
     static char vek_tblpth_buf[VEK_TBL_PATH_SIZE];
-    char path[VEK_PATH_SIZE]; // `text` may lie in a buffer that is overwritten below
+    char path[VEK_PATH_SIZE]; // `text` may be in a buffer that is overwritten below
     text = vorn_vek_nt2unix_path(text);
     text_copy(path, text);
-    const vek_tbl_rec *table = find_table_of_directory(vorn_vek_input2path(path));
+    const vek_tbl_rec *table = find_table_by_dir(vorn_vek_input2path(path));
     if (table == nullptr)
         return text;
     text_join(vek_tblpth_buf, {table->alias, "/", vorn_vek_input2file(path)});

@@ -1,4 +1,4 @@
-// Finding the file of a name.  A file is there if it opens for reading.
+// Finding the file of a name.  A file exists if it opens for reading.
 
 #include "host/message.h"
 #include "names/names.h"
@@ -38,15 +38,16 @@ bool product_shared_name(char (&second)[VEK_PATH_SIZE], const char *name)
     return false;
 }
 
-static bool walk_is_on()
+static bool level_search_is_on()
 {
     const char *wish = getenv("KLV_VEK_SEARCH");
     return wish != nullptr && strcmp(wish, "yes") == 0;
 }
 
-// The caller's texts are copied first: they may lie in the buffers of the
-// operations that are used here.  A text that does not fit names no file.
-static const char *search(const char *class_given, char *name_given, int level)
+// Returns the path of the file of a name, or the empty string.  The caller's strings
+// are copied first: they may be in the buffers of the operations that are used here.
+// A string that is too long names no file.
+static const char *search_name(const char *class_given, char *name_given, int level)
 {
     char file_class[VEK_CLASS_SIZE];
     char name[VEK_PATH_SIZE];
@@ -55,10 +56,10 @@ static const char *search(const char *class_given, char *name_given, int level)
     text_copy(name, vorn_vek_nt2unix_path(name_given));
     const char *path = vek_existing_or_empty(vorn_vek_input2full(name));
     if (name[0] == '\0')
-        return vek_empty_text; // the level walk would look for files that have no name
+        return vek_empty_text; // else the search of the levels would look for files without a name
     if (*path == '\0' && product_shared_name(second, name))
         path = vek_existing_or_empty(vorn_vek_input2full(second));
-    if (*path == '\0' && walk_is_on())
+    if (*path == '\0' && level_search_is_on())
         path = vek_search_levels(file_class, name, level > 0 ? level - 1 : 0);
     return path;
 }
@@ -70,7 +71,7 @@ char *vorn_vek_search_file(const char *file_class, char *name, int level)
         vek_err("vorn_vek_search_file", "Malloc failed. Unable to continue search.");
         return vek_empty_text;
     }
-    text_copy(found, VEK_PATH_SIZE, search(text_or_empty(file_class), name, level));
+    text_copy(found, VEK_PATH_SIZE, search_name(text_or_empty(file_class), name, level));
     if (*found != '\0')
         return found;
     free(found);

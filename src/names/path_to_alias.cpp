@@ -1,4 +1,4 @@
-// The way back from a real path to a name.
+// Reverse lookup: from a path to a name.
 
 #include "records.h"
 #include "text/text.h"
@@ -7,25 +7,25 @@
 
 static char vek_alias_buf[VEK_PATH_SIZE];
 
-// What follows `start` in the path, null if the path does not begin with it.
-// This does not ask whether a separator stands there.  Directories lie side by
-// side, so that their paths differ towards the end.
-static const char *skip_prefix_nocase(const char *path, const char *start)
+// Returns what follows the prefix in the path, or null if the path does not start
+// with it.  The prefix may end in the middle of a component.  It is compared from its
+// end, since sibling directories differ there.
+static const char *skip_prefix_nocase(const char *path, const char *prefix)
 {
-    if (!char_equal_nocase(*path, *start) && *start != '\0')
+    if (!char_equal_nocase(*path, *prefix) && *prefix != '\0')
         return nullptr;
-    size_t length = strlen(start);
+    size_t length = strlen(prefix);
     if (strnlen(path, length) < length)
         return nullptr;
     for (size_t i = length; i > 0; --i)
-        if (!char_equal_nocase(path[i - 1], start[i - 1]))
+        if (!char_equal_nocase(path[i - 1], prefix[i - 1]))
             return nullptr;
     return path + length;
 }
 
-// The table whose directory begins the path, of which `rest` follows that of the
-// database; null if that does not begin it.
-static const vek_tbl_rec *find_table(const vek_db_rec *db, const char *rest)
+// Returns the table with whose directory a path starts, or null.  `rest` is what
+// follows the database's directory in the path, null if it does not start with that.
+static const vek_tbl_rec *find_table_by_path(const vek_db_rec *db, const char *rest)
 {
     if (rest == nullptr || *rest != '/')
         return nullptr;
@@ -35,9 +35,9 @@ static const vek_tbl_rec *find_table(const vek_db_rec *db, const char *rest)
     return nullptr;
 }
 
-// The same for a path with "~" in it, which is compared, and from then on used,
-// in its long form where the short one differs; the long form is asked for again
-// at each table, as it may be had by then.
+// The same for a whole path with "~" in it.  If its short form does not match, it is
+// replaced by its long form.  While it has a "~" this is tried again at each table:
+// the long form may become available meanwhile.
 static const vek_tbl_rec *find_table_by_long_path(const vek_db_rec *db, char (&path)[VEK_PATH_SIZE])
 {
     for (int i = 0; i < db->tbl_count; ++i) {
@@ -56,33 +56,36 @@ static const char *as_path(const char *path)
     return vek_alias_buf;
 }
 
-// A URL that does not fit leaves the path as it is.
-static const char *url(const char *path, std::initializer_list<const char *> parts)
+// Returns the URL, or the path if the URL is too long.
+static const char *as_url(const char *path, std::initializer_list<const char *> parts)
 {
     return text_join(vek_alias_buf, parts) ? vek_alias_buf : as_path(path);
 }
 
-// A path that goes deeper than the table's directory is given back plain.
+// Returns the name of a path in a table's directory, or the path itself if it is in
+// a subdirectory of that.
 static const char *name_in_table(const vek_db_rec *db, const vek_tbl_rec *table, char *path)
 {
     char *rest = path + strlen(table->full_path);
     if (strlen(rest) >= 2 && strcmp(vorn_vek_input2file(rest), rest + 1) != 0)
         return as_path(path);
     const char *directory = strchr(table->alias, '>') + 1;
-    return url(path, {"klvds://", db->name, directory, rest});
+    return as_url(path, {"klvds://", db->name, directory, rest});
 }
 
+// Whether a path is a database's directory or directly in it.
 static bool is_direct_child(const char *rest)
 {
     return rest != nullptr && (*rest == '\0' || strchr(rest + 1, '/') == nullptr);
 }
 
+// The name of a path outside the databases: a file URL.
 static const char *alias_outside(const char *path)
 {
-    bool is_name_already = path[0] == '<' || text_starts_with(path, "klvds:");
-    if (is_name_already || path[0] == '\0')
+    bool is_alias = path[0] == '<' || text_starts_with(path, "klvds:");
+    if (is_alias || path[0] == '\0')
         return as_path(path);
-    return url(path, {"file://", path});
+    return as_url(path, {"file://", path});
 }
 
 const char *vorn_vek_path2alias(char *text)
@@ -95,11 +98,11 @@ const char *vorn_vek_path2alias(char *text)
         const vek_tbl_rec *table = is_short ? find_table_by_long_path(db, path) : nullptr;
         const char *rest = skip_prefix_nocase(path, db->path);
         if (!is_short)
-            table = find_table(db, rest);
+            table = find_table_by_path(db, rest);
         if (table != nullptr)
             return name_in_table(db, table, path);
         if (is_direct_child(rest))
-            return url(path, {"klvds://", db->name, rest});
+            return as_url(path, {"klvds://", db->name, rest});
     }
     return alias_outside(path);
 }

@@ -6,8 +6,7 @@
 
 #include <cstring>
 
-// Records change place by their pointers alone, so that pointers into them
-// stay good.
+// Only the pointers move, so that pointers into the records stay valid.
 static void move_record(int from, int to)
 {
     vek_db_rec *moved = vek_list[from];
@@ -40,18 +39,18 @@ int vorn_vek_db_reorder(const char *name, int level)
         return 1;
     }
     if (level > db_count())
-        return 1; // a count set by the host; no database is there
+        return 1; // the host has set a count beyond the last database
     move_record(current - 1, level - 1);
     return 0;
 }
 
-// The first word of a piece of the line goes to level 1.  Result: 0, also when
-// there is no word; 2 if it names no database.
-static int move_to_front(text_span piece)
+// Move the database that the first word of an item names to level 1.  Returns 0,
+// also if there is no word, or 2 if it names no database.
+static int move_to_front(text_span item)
 {
     char name[VEK_PATH_SIZE]; // a word too long for it is no database's name
-    const char *end = piece.start + piece.length;
-    const char *rest = piece.start;
+    const char *end = item.start + item.length;
+    const char *rest = item.start;
     text_span word = text_next_word(&rest);
     if (word.start >= end)
         return 0;
@@ -66,8 +65,8 @@ static int move_to_front(text_span piece)
     return 0;
 }
 
-// The walk goes from the last name to the first, each to level 1, so that the
-// first name is there in the end.
+// The names are moved to level 1 from the last to the first, so that the first is
+// there in the end.
 int vek_db_setorder(const char *statement)
 {
     statement = text_or_empty(statement);
@@ -88,8 +87,9 @@ int vek_db_setorder(const char *statement)
     }
 }
 
-// What is wrong with the operands of an addition, told.
-static bool can_be_added(const char *name, const char *path)
+// Returns whether the name and the path can be those of a database.  Reports the
+// first fault.
+static bool check_name_and_path(const char *name, const char *path)
 {
     constexpr const char *caller = "vorn_vek_db_add";
     if (*name == '\0')
@@ -106,7 +106,8 @@ static bool can_be_added(const char *name, const char *path)
     return false;
 }
 
-static void report_refusal(int code, const char *name, const char *path)
+// Report why vek_db_read has rejected a database.  The other codes have no message.
+static void report_rejection(int code, const char *name, const char *path)
 {
     constexpr const char *caller = "vorn_vek_db_add";
     if (code == 2)
@@ -120,8 +121,8 @@ static void report_refusal(int code, const char *name, const char *path)
                "Cannot add database : database name '%s' is a reserved keyword.", name);
 }
 
-// The new database goes from the end of the list to the level that was wished.
-static void pos(const char *name, int level)
+// Move the new database from the end of the list to the requested level.
+static void move_to_level(const char *name, int level)
 {
     constexpr const char *caller = "vorn_vek_db_add";
     if (level < 1 || level > number_of_veks)
@@ -134,7 +135,8 @@ static void pos(const char *name, int level)
                name, level);
 }
 
-// The operands are copied: they may lie in buffers that are used on the way.
+// The name and the path are copied: they may be in buffers that are overwritten
+// below.
 int vorn_vek_db_add(const char *name_given, const char *path_given, int level)
 {
     char name[VEK_DB_NAME_SIZE];
@@ -142,23 +144,23 @@ int vorn_vek_db_add(const char *name_given, const char *path_given, int level)
     char statement[VEK_DB_NAME_SIZE + VEK_PATH_SIZE + 18];
     name_given = text_or_empty(name_given);
     path_given = text_or_empty(path_given);
-    if (!can_be_added(name_given, path_given))
+    if (!check_name_and_path(name_given, path_given))
         return 1;
     text_copy(name, name_given);
     text_copy(path, path_given);
     text_join(statement, {"DATABASE     ", name, "     ", path});
     int code = vek_db_read(statement, vek_private_cfg_index);
     if (code != 0) {
-        report_refusal(code, name, path);
+        report_rejection(code, name, path);
         return code;
     }
     vek_upd_vek_tbls(number_of_veks);
-    pos(name, level);
+    move_to_level(name, level);
     vorn_wrt_cfg("vorn_vek_db_add", name);
     return 0;
 }
 
-// The name may be the record's own, which goes with it.
+// The name may be the record's own, so it is copied before the record is released.
 int vorn_vek_db_remove(const char *name)
 {
     constexpr const char *caller = "vorn_vek_db_remove";
@@ -175,13 +177,14 @@ int vorn_vek_db_remove(const char *name)
                text_or_empty(name));
         return 1;
     }
-    char spelled[VEK_DB_NAME_SIZE];
-    text_copy(spelled, name);
+    char name_copy[VEK_DB_NAME_SIZE];
+    text_copy(name_copy, name);
     db_unlink(level);
-    vorn_wrt_cfg("vorn_vek_db_remove", spelled);
+    vorn_wrt_cfg("vorn_vek_db_remove", name_copy);
     return 0;
 }
 
+// The mark before a name in the database report.
 static const char *mark_of(const vek_db_rec *db)
 {
     const char *chosen = vorn_vek_get_write_default();

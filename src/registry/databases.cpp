@@ -153,7 +153,7 @@ void db_unlink(int level)
 }
 
 // Append a database to those in use.  Returns 0, or 1 if it is not stored.
-static int append_database(const char *name, const char *path, int cfg_index)
+static int store_database(const char *name, const char *path, int cfg_index)
 {
     if (number_of_veks < 0 || number_of_veks > stored_count)
         return 1; // the host has set a count that no slot follows
@@ -220,7 +220,7 @@ static int add_database(const char *name, char *path, int cfg_index)
         return 3;
     if (strcmp(name, "shared") == 0 && cfg_index == vek_private_cfg_index)
         return 6;
-    return append_database(name, path, cfg_index);
+    return store_database(name, path, cfg_index);
 }
 
 int vek_db_read(const char *statement, int cfg_index)

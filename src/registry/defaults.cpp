@@ -12,7 +12,7 @@
 vek_dflt_list *vek_propfile_defaults;
 vek_dflt_list *vek_testrig_defaults;
 
-// Where the two lists differ.
+// How the two lists differ.
 struct dflt_kind {
     vek_dflt_list **list;
     int first_slots;
@@ -26,7 +26,7 @@ static const dflt_kind propfiles = {&vek_propfile_defaults, 20, 5, "vek_propfile
 static const dflt_kind testrigs = {&vek_testrig_defaults, 4, 2, "vek_testrig_init",
                                    "vek_testrig_add"};
 
-static vek_dflt_rec *find(const dflt_kind &kind, const char *file_class)
+static vek_dflt_rec *find_default(const dflt_kind &kind, const char *file_class)
 {
     const vek_dflt_list *list = *kind.list;
     file_class = text_or_empty(file_class);
@@ -36,7 +36,7 @@ static vek_dflt_rec *find(const dflt_kind &kind, const char *file_class)
     return nullptr;
 }
 
-static bool make_list(const dflt_kind &kind)
+static bool ensure_list(const dflt_kind &kind)
 {
     if (*kind.list != nullptr)
         return true;
@@ -57,8 +57,9 @@ static bool fits(const char *file_class, const char *value)
     return strlen(file_class) < VEK_CLASS_SIZE && strlen(value) < VEK_PATH_SIZE;
 }
 
-// False if there is no memory, which is reported, or no room for the texts.
-static bool append(const dflt_kind &kind, const char *file_class, const char *value, int cfg_index)
+// Returns false if there is no memory, which is reported, or a string is too long.
+static bool append_default(const dflt_kind &kind, const char *file_class, const char *value,
+                           int cfg_index)
 {
     vek_dflt_list *list = *kind.list;
     if (list == nullptr || !fits(file_class, value))
@@ -78,14 +79,16 @@ static bool append(const dflt_kind &kind, const char *file_class, const char *va
     return true;
 }
 
-// The entry of a class keeps its place when it is set again.
-static bool set(const dflt_kind &kind, const char *file_class, const char *value, int cfg_index)
+// Set the default of a class.  An entry that exists keeps its position.  Returns
+// false if there is no memory, which is reported, or a string is too long.
+static bool set_default(const dflt_kind &kind, const char *file_class, const char *value,
+                        int cfg_index)
 {
-    if (!fits(file_class, value) || !make_list(kind))
+    if (!fits(file_class, value) || !ensure_list(kind))
         return false;
-    vek_dflt_rec *record = find(kind, file_class);
+    vek_dflt_rec *record = find_default(kind, file_class);
     if (record == nullptr)
-        return append(kind, file_class, value, cfg_index);
+        return append_default(kind, file_class, value, cfg_index);
     text_copy(record->value, value);
     record->cfg_index = cfg_index;
     record->loss_is_reported = false;
@@ -94,37 +97,39 @@ static bool set(const dflt_kind &kind, const char *file_class, const char *value
 
 void vek_propfile_add(const char *file_class, const char *value, int cfg_index)
 {
-    append(propfiles, text_or_empty(file_class), text_or_empty(value), cfg_index);
+    append_default(propfiles, text_or_empty(file_class), text_or_empty(value), cfg_index);
 }
 
 void vek_testrig_add(const char *file_class, const char *value, int cfg_index)
 {
-    append(testrigs, text_or_empty(file_class), text_or_empty(value), cfg_index);
+    append_default(testrigs, text_or_empty(file_class), text_or_empty(value), cfg_index);
 }
 
-// The fields of a statement, "<keyword> <class> <value>", as terminated texts.
+// The fields of a statement, "<keyword> <class> <value>", as terminated strings.
 struct dflt_statement {
-    bool is_whole;
+    bool is_complete;
     bool fits;
     char file_class[VEK_CLASS_SIZE];
     char value[VEK_PATH_SIZE];
 };
 
-static dflt_statement parse_default(const char *text)
+static dflt_statement parse_default_statement(const char *text)
 {
     dflt_statement statement;
     text = text_or_empty(text);
     text_next_word(&text);
     text_span file_class = text_next_word(&text);
     text_span value = text_next_word(&text);
-    statement.is_whole = value.length > 0;
+    statement.is_complete = value.length > 0;
     bool class_fits = text_copy(statement.file_class, file_class);
     statement.fits = text_copy(statement.value, value) && class_fits;
     return statement;
 }
 
-// The path of the file, as written, in the product's shared database, or where
-// the path itself leads as a name; the empty text if it is nowhere.
+// Returns the path of the file that a name leads to.  If that file does not exist,
+// the name is looked for in the product's shared database or, if it is not in
+// "shared", its path is resolved once more as a name.  Returns the empty string if
+// no file is found.
 static const char *existing_file(char *name)
 {
     char second[VEK_PATH_SIZE];
@@ -139,8 +144,8 @@ static const char *existing_file(char *name)
 
 int vek_propfile_read(const char *text, int cfg_index)
 {
-    dflt_statement statement = parse_default(text);
-    if (!statement.is_whole || !statement.fits)
+    dflt_statement statement = parse_default_statement(text);
+    if (!statement.is_complete || !statement.fits)
         return 1;
     vorn_vek_nt2unix_path(statement.value);
     vek_eval_str(statement.value);
@@ -148,41 +153,44 @@ int vek_propfile_read(const char *text, int cfg_index)
     const char *path = existing_file(statement.value);
     if (*path == '\0')
         return 2;
-    return set(propfiles, statement.file_class, path, cfg_index) ? 0 : 1;
+    return set_default(propfiles, statement.file_class, path, cfg_index) ? 0 : 1;
 }
 
 int vek_testrig_read(const char *text, int cfg_index)
 {
-    dflt_statement statement = parse_default(text);
-    bool is_taken = statement.is_whole && statement.fits &&
-                    set(testrigs, statement.file_class, statement.value, cfg_index);
-    return is_taken ? 0 : 1;
+    dflt_statement statement = parse_default_statement(text);
+    bool is_set = statement.is_complete && statement.fits &&
+                  set_default(testrigs, statement.file_class, statement.value, cfg_index);
+    return is_set ? 0 : 1;
 }
 
 int vorn_vek_set_def_propfile(const char *file_class, char *file)
 {
-    char name[VEK_CLASS_SIZE]; // the class may lie in a buffer that is overwritten below
+    char name[VEK_CLASS_SIZE]; // the class may be in a buffer that is overwritten below
     if (!text_copy(name, text_or_empty(file_class)))
         return 0;
     const char *path = vorn_vek_input2full(vek_eval_str(file));
-    bool is_set = vek_file_exists(path) != 0 && set(propfiles, name, path, vek_private_cfg_index);
+    bool is_set =
+        vek_file_exists(path) != 0 && set_default(propfiles, name, path, vek_private_cfg_index);
     return is_set ? 1 : 0;
 }
 
 int vorn_vek_set_def_testrig(const char *file_class, const char *name)
 {
-    return set(testrigs, text_or_empty(file_class), text_or_empty(name), vek_private_cfg_index) ? 1
-                                                                                                : 0;
+    return set_default(testrigs, text_or_empty(file_class), text_or_empty(name),
+                       vek_private_cfg_index)
+               ? 1
+               : 0;
 }
 
 const char *vorn_vek_get_def_propfile(const char *file_class)
 {
-    vek_dflt_rec *record = find(propfiles, file_class);
+    vek_dflt_rec *record = find_default(propfiles, file_class);
     return record == nullptr ? vek_empty_text : vorn_vek_path2alias(record->value);
 }
 
 const char *vorn_vek_get_def_testrig(const char *file_class)
 {
-    const vek_dflt_rec *record = find(testrigs, file_class);
+    const vek_dflt_rec *record = find_default(testrigs, file_class);
     return record == nullptr ? vek_empty_text : record->value;
 }

@@ -19,14 +19,14 @@ static void warn_of_missing_directory(const vek_db_rec *db, const vek_tbl_rec *t
            cfg_file_of(table->cfg_index));
 }
 
-// What a database's directory has, while its table directories are made.
+// A database's directory while its table directories are created.
 struct db_dir {
-    open_dir *open; // null: each table is looked for by its path
-    bool is_listed; // what is not listed is not there
-    bool cwd_ok;    // else no directory counts as there
+    open_dir *open; // null: each table directory is accessed by its full path
+    bool is_listed; // a table that is not marked as listed has no directory
+    bool cwd_ok;    // if not, no directory counts as existing
 };
 
-// The part of a table's path after that of its database.
+// The path of a table relative to its database.
 static const char *path_in_db(const vek_tbl_rec *table)
 {
     const char *path = table->dir;
@@ -35,26 +35,26 @@ static const char *path_in_db(const vek_tbl_rec *table)
     return *path == '\0' ? "." : path;
 }
 
-static bool dir_is_accessible(const db_dir *dir, const vek_tbl_rec *table)
+static bool table_dir_is_accessible(const db_dir *dir, const vek_tbl_rec *table)
 {
     return dir->cwd_ok &&
            (dir->open == nullptr ? platform_dir_is_accessible(table->full_path)
                                  : platform_dir_in_is_accessible(dir->open, path_in_db(table)));
 }
 
-static bool make_dir(const db_dir *dir, const vek_tbl_rec *table)
+static bool make_table_dir(const db_dir *dir, const vek_tbl_rec *table)
 {
     return dir->open == nullptr ? platform_make_dir(table->full_path)
                                 : platform_make_dir_in(dir->open, path_in_db(table));
 }
 
-// Whether the directory is there, or can be made.  Another process may make it at
-// the same moment, and some file systems list it in other letters.
-static bool ensure_dir(const db_dir *dir, const vek_tbl_rec *table)
+// Returns whether the directory exists or is created.  Another process may create it
+// at the same moment, and some file systems list it in another case.
+static bool ensure_table_dir(const db_dir *dir, const vek_tbl_rec *table)
 {
     bool may_exist = !dir->is_listed || table->dir_is_listed;
-    return (may_exist && dir_is_accessible(dir, table)) || make_dir(dir, table) ||
-           (errno == EEXIST && dir_is_accessible(dir, table));
+    return (may_exist && table_dir_is_accessible(dir, table)) || make_table_dir(dir, table) ||
+           (errno == EEXIST && table_dir_is_accessible(dir, table));
 }
 
 static bool is_wanted(const vek_tbl_rec *table, int last_cfg_index)
@@ -71,9 +71,9 @@ static int count_unseen(const vek_db_rec *db, int last_cfg_index)
     return count;
 }
 
-// Marks the tables of which the open directory has an entry.  Returns whether the
-// others have none: it is read no further than to the last table that was not there
-// before, and not to its end where much else is in it.
+// Mark the tables that have an entry in the open directory.  Returns true if the
+// directory was read to its end, so that the other tables have none.  Stops when
+// all `unseen` tables are found, and in a directory that has many other entries.
 static bool list_tables(const vek_db_rec *db, open_dir *dir, int unseen)
 {
     char name[VEK_TBL_DIR_SIZE];
@@ -92,8 +92,9 @@ static bool list_tables(const vek_db_rec *db, open_dir *dir, int unseen)
     return false;
 }
 
-// Listing a directory is one request for many tables to a file server, which keeps
-// those in mind that were looked for before.
+// Open a database's directory, and list it where that is expected to pay: to a file
+// server a listing is one request for many tables.  Directories that existed at the
+// last check are likely to be cached, so only the other tables count.
 static db_dir open_db_dir(const vek_db_rec *db, int last_cfg_index, bool cwd_ok)
 {
     constexpr int few = 4;
@@ -106,9 +107,9 @@ static db_dir open_db_dir(const vek_db_rec *db, int last_cfg_index, bool cwd_ok)
     return dir;
 }
 
-// Make the directories of the tables whose index is not above the last.  Returns 1 if
-// one could not be made.
-static int make_directories(const vek_db_rec *db, int last_cfg_index, bool cwd_ok)
+// Create the directories of the tables whose configuration index is at most
+// `last_cfg_index`.  Returns 1 if a directory could not be created, else 0.
+static int make_table_dirs(const vek_db_rec *db, int last_cfg_index, bool cwd_ok)
 {
     int result = 0;
     if (db->tbl_count == 0)
@@ -117,7 +118,7 @@ static int make_directories(const vek_db_rec *db, int last_cfg_index, bool cwd_o
     for (int i = 0; i < db->tbl_count; ++i) {
         vek_tbl_rec *table = db->tbls[i];
         if (is_wanted(table, last_cfg_index)) {
-            table->dir_existed = ensure_dir(&dir, table);
+            table->dir_existed = ensure_table_dir(&dir, table);
             if (!table->dir_existed) {
                 warn_of_missing_directory(db, table);
                 result = 1;
@@ -137,18 +138,18 @@ static int make_in_all_databases()
     int result = 0;
     const bool cwd_ok = cwd_is_reachable();
     for (int level = 1; level <= db_count(); ++level)
-        result |= make_directories(db_at(level), db_at(level)->cfg_index, cwd_ok);
+        result |= make_table_dirs(db_at(level), db_at(level)->cfg_index, cwd_ok);
     return result;
 }
 
-// The user's databases get all tables, those of plug-ins among them.
+// The user's databases get all tables, including those of plug-ins.
 static int make_in_private_databases()
 {
     int result = 0;
     const bool cwd_ok = cwd_is_reachable();
     for (int level = 1; level <= db_count(); ++level)
         if (db_at(level)->cfg_index == vek_private_cfg_index)
-            result |= make_directories(db_at(level), INT_MAX, cwd_ok);
+            result |= make_table_dirs(db_at(level), INT_MAX, cwd_ok);
     return result;
 }
 
@@ -159,10 +160,10 @@ int vek_upd_vek_tbls(int selector)
     if (selector == -2)
         return make_in_private_databases();
     const vek_db_rec *db = db_at(selector);
-    return db == nullptr ? 0 : make_directories(db, db->cfg_index, cwd_is_reachable());
+    return db == nullptr ? 0 : make_table_dirs(db, db->cfg_index, cwd_is_reachable());
 }
 
-static void keep_files(char (*cfg_files)[VEK_CFG_PATH_SIZE])
+static void copy_cfg_files(char (*cfg_files)[VEK_CFG_PATH_SIZE])
 {
     for (int slot = 0; cfg_files != nullptr && slot < vek_cfg_count; ++slot)
         text_copy(vek_cfg_files[slot], cfg_files[slot]);
@@ -172,18 +173,18 @@ int vek_upd_all_vek_tbls(char (*cfg_files)[VEK_CFG_PATH_SIZE])
 {
     static bool vek_upd_first_call = true;
     if (vek_upd_first_call)
-        keep_files(cfg_files);
+        copy_cfg_files(cfg_files);
     vek_upd_first_call = false;
     return make_in_all_databases();
 }
 
 int vek_upd_plg_vek_tbls(char (*cfg_files)[VEK_CFG_PATH_SIZE])
 {
-    keep_files(cfg_files);
+    copy_cfg_files(cfg_files);
     return make_in_private_databases();
 }
 
-// These messages stay out of the shared message buffer.
+// The reports of vorn_cre_dat must not overwrite the shared message buffer.
 static char cre_dat_buf[1024];
 
 static void report_no_directory(const char *path)
@@ -192,7 +193,7 @@ static void report_no_directory(const char *path)
               "Error: Cannot create directory %s", path);
 }
 
-static bool make_table_directory(const char *path, const vek_tbl_rec *table)
+static bool make_dir_in_new_database(const char *path, const vek_tbl_rec *table)
 {
     char directory[VEK_TBL_PATH_SIZE];
     text_join(directory, {path, "/", table->dir});
@@ -218,7 +219,7 @@ int vorn_cre_dat(const char *path)
     bool is_complete = true;
     const vek_db_rec *first = db_at(1);
     for (int i = 0; first != nullptr && i < first->tbl_count; ++i)
-        if (!make_table_directory(path, first->tbls[i]))
+        if (!make_dir_in_new_database(path, first->tbls[i]))
             is_complete = false;
     if (!is_complete) {
         vek_err(caller, "Warning: new database may not be configured");

@@ -1,22 +1,23 @@
-// From class or extension to the other, and to a table's directory.
+// Lookups by class or extension: the other of the two, and the table's directory.
 
 #include "registry/registry.h"
 #include "text/text.h"
 
 #include <cstring>
 
-// An extension may carry a version behind ";".  False if what is left has more
-// characters than any table's extension.
-static bool cut_version(const char *ext, char (&cut)[VEK_EXT_SIZE])
+// Copy an extension without the version that may follow after ";".  Returns false
+// if the copy would be longer than any table's extension.
+static bool strip_version(const char *ext, char (&stripped)[VEK_EXT_SIZE])
 {
     ext = text_or_empty(ext);
-    return text_copy(cut, text_span{ext, strcspn(ext, ";")});
+    return text_copy(stripped, text_span{ext, strcspn(ext, ";")});
 }
 
-static const vek_tbl_rec *find_ext(const vek_db_rec *db, const char *ext)
+// The table of an extension that may have a version; null if there is none.
+static const vek_tbl_rec *find_table_by_ext(const vek_db_rec *db, const char *ext)
 {
-    char cut[VEK_EXT_SIZE];
-    return cut_version(ext, cut) ? table_of_ext(db, cut) : nullptr;
+    char stripped[VEK_EXT_SIZE];
+    return strip_version(ext, stripped) ? table_of_ext(db, stripped) : nullptr;
 }
 
 const char *vorn_vek_class2ext(const char *file_class)
@@ -33,13 +34,13 @@ const char *vorn_vek_class2tbl(const char *file_class)
 
 const char *vorn_vek_ext2class(const char *ext)
 {
-    const vek_tbl_rec *table = find_ext(db_at(1), ext);
+    const vek_tbl_rec *table = find_table_by_ext(db_at(1), ext);
     return table == nullptr ? vek_empty_text : table->class_;
 }
 
 const char *vorn_vek_ext2tbl(const char *ext)
 {
-    const vek_tbl_rec *table = find_ext(db_at(1), ext);
+    const vek_tbl_rec *table = find_table_by_ext(db_at(1), ext);
     return table == nullptr ? vek_empty_text : table->dir;
 }
 
@@ -49,12 +50,12 @@ const char *vek_ext2alias(const char *ext, int level)
     const vek_db_rec *db = db_at(level);
     if (db == nullptr)
         return vek_empty_text;
-    char cut[VEK_EXT_SIZE];
-    if (cut_version(ext, cut) && (cut[0] == '\0' || strcmp(cut, "*") == 0)) {
+    char stripped[VEK_EXT_SIZE];
+    if (strip_version(ext, stripped) && (stripped[0] == '\0' || strcmp(stripped, "*") == 0)) {
         text_join(database_alias, {"<", db->name, ">"});
         return database_alias;
     }
-    const vek_tbl_rec *table = find_ext(db, ext);
+    const vek_tbl_rec *table = find_table_by_ext(db, ext);
     return table == nullptr ? vek_empty_text : table->alias;
 }
 
@@ -62,7 +63,7 @@ const char *vorn_vek_ext2path(const char *ext, int level)
 {
     if (!check_level(level, "vorn_vek_ext2path"))
         return vek_empty_text;
-    const vek_tbl_rec *table = find_ext(db_at(level), ext);
+    const vek_tbl_rec *table = find_table_by_ext(db_at(level), ext);
     return table == nullptr ? vek_empty_text : table->full_path;
 }
 

@@ -8,7 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 
-// The arrays of a database have one capacity, which changes once all have grown.
+// Ensure that one more table fits.  The capacity is that of the smallest of a
+// database's arrays, so it changes after all have grown.
 static bool reserve_table(vek_db_rec *db)
 {
     const int step = db->tbl_capacity == 0 ? 25 : 5;
@@ -65,7 +66,7 @@ struct tbl_statement {
     text_span ext;
 };
 
-static tbl_statement parse_table(const char *statement)
+static tbl_statement parse_table_statement(const char *statement)
 {
     tbl_statement fields;
     text_next_word(&statement);
@@ -75,7 +76,7 @@ static tbl_statement parse_table(const char *statement)
     return fields;
 }
 
-static bool is_too_long(text_span field, int size, const char *what)
+static bool report_if_too_long(text_span field, int size, const char *what)
 {
     if (field.length < static_cast<size_t>(size))
         return false;
@@ -85,7 +86,7 @@ static bool is_too_long(text_span field, int size, const char *what)
     return true;
 }
 
-// Result: 0 in every database, 1 in none.
+// Add a table to every database, or to none.  Returns 0, or 1 if to none.
 static int add_to_all(const char *file_class, const char *dir, const char *ext, int cfg_index)
 {
     for (int level = 1; level <= db_count(); ++level) {
@@ -101,12 +102,12 @@ static int add_to_all(const char *file_class, const char *dir, const char *ext, 
 int vek_tbl_read(const char *statement, int cfg_index)
 {
     statement = text_or_empty(statement);
-    tbl_statement fields = parse_table(statement);
+    tbl_statement fields = parse_table_statement(statement);
     if (fields.ext.length == 0)
         return 1;
-    if (is_too_long(fields.file_class, VEK_CLASS_SIZE, "class name") ||
-        is_too_long(fields.dir, VEK_TBL_DIR_SIZE, "directory name") ||
-        is_too_long(fields.ext, VEK_EXT_SIZE, "extension"))
+    if (report_if_too_long(fields.file_class, VEK_CLASS_SIZE, "class name") ||
+        report_if_too_long(fields.dir, VEK_TBL_DIR_SIZE, "directory name") ||
+        report_if_too_long(fields.ext, VEK_EXT_SIZE, "extension"))
         return 1;
     if (db_count() < 1) {
         report(REPORT_ERROR, "vek_tbl_read", "%s\n%s",

@@ -1,4 +1,4 @@
-// The default database for writing.
+// The default writable database.
 
 #include "host/message.h"
 #include "records.h"

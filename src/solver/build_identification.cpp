@@ -1,11 +1,12 @@
-// Telling which build of the library this is.
+// Which build of the library this is.
 
 #include "solver/build_texts.h"
 #include "vek.h"
 
 #include <cstdio>
 
-// The texts lie in the library behind a marker by which tools find them there.
+// Each string in the library begins with a marker by which tools such as what(1) find
+// it.  It is not printed.
 const char *vek_version()
 {
     constexpr size_t marker_length = sizeof "@(#)" - 1;

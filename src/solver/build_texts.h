@@ -1,4 +1,4 @@
-/* The texts that identify this build; the build writes their source, in C.  */
+/* The strings that identify this build.  Their source, in C, is generated.  */
 
 #ifndef VEK_BUILD_TEXTS_H
 #define VEK_BUILD_TEXTS_H
@@ -7,7 +7,7 @@
 extern "C" {
 #endif
 
-extern const char *const vek_build_texts[]; /* a null pointer ends them */
+extern const char *const vek_build_texts[]; /* terminated by a null pointer */
 extern const char vek_version_release[];    /* what vek_version returns */
 extern const char vek_release[];            /* what vek_build_version returns */
 

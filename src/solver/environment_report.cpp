@@ -1,4 +1,4 @@
-// What the variables that are set in the process will do.
+// Reporting what the environment variables that are set will do.
 
 #include "host/hsk.h"
 #include "host/message.h"
@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <cstring>
 
-static void print_row(const vek_env_row &row, const char *value)
+static void print_variable(const vek_env_row &row, const char *value)
 {
-    static char text_buf[1024]; // the texts stay out of the shared message buffer
+    static char text_buf[1024]; // these lines must not overwrite the shared message buffer
     report(REPORT_PLAIN, "printenvars", "\n  OS-environment detected:  %s=%s", row.name, value);
     if (strcmp(row.text, "NONE") != 0)
         report_in(text_buf, sizeof text_buf, REPORT_PLAIN, "printenvars", "  %s", row.text);
@@ -26,7 +26,7 @@ void printenvars()
         if (value == nullptr)
             continue;
         ++count;
-        print_row(row, value);
+        print_variable(row, value);
     }
     if (count != 0)
         vc_str_print("");

@@ -1,4 +1,4 @@
-// The catalogue of environment variables.
+// The table of environment variables.
 
 #include "solver/environment_table.h"
 

@@ -1,14 +1,14 @@
-// The environment variables of the whole suite, in the order of the report,
-// each with what to tell the user.
+// The environment variables of the whole suite, in the order of the report, each
+// with its description for the user.
 
 #pragma once
 
 struct vek_env_row {
     const char *name;
-    // One or more lines, or a marker, which is the whole text:
-    //   "SKIP"  the row is passed over; its variable is not even looked up
-    //   "NONE"  the variable is reported with its value and without a text
-    // In a text "<value>" stands for the variable's value.
+    // One or more lines, in which "<value>" is printed as it is and means the
+    // variable's value; or one of two markers:
+    //   "SKIP"  the row is ignored; its variable is not even looked up
+    //   "NONE"  the variable is reported with its value and no description
     const char *text;
 };
 

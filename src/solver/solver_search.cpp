@@ -1,4 +1,4 @@
-// The solver's file search, which starts the library by itself.
+// The solver's file search, which initializes the library at the first call.
 
 #include "host/hsk.h"
 #include "host/message.h"
@@ -13,7 +13,7 @@ static bool vek_solver_uses_databases;
 
 static const char caller[] = "db_search";
 
-static void start(const char *name)
+static void start_name(const char *name)
 {
     if (vorn_vek_init(name) != 0)
         report(REPORT_ERROR, caller, "VEK database was not initialized properly for '%s' plugin...",
@@ -29,7 +29,7 @@ static void start_plugins(int handle)
     plugin_list_fetch(handle, list);
     for (const char *rest = list; plugin_list_next(&rest, name);) {
         if (strlen(name) < VEK_START_NAME_SIZE)
-            start(name);
+            start_name(name);
         else
             report(REPORT_WARNING, caller,
                    "Plugin name '%s' must be less than %d chars, skipping...", name,
@@ -37,7 +37,7 @@ static void start_plugins(int handle)
     }
 }
 
-static bool is_product_of_old_files(const char *name)
+static bool is_product_of_old_models(const char *name)
 {
     for (const char *product : {"vorn", "skarn", "dunmoren", "quorvalind", "belthar"})
         if (vek_strcasecmp(name, product) == 0)
@@ -45,21 +45,22 @@ static bool is_product_of_old_files(const char *name)
     return false;
 }
 
-// For a model written before the list of plug-ins existed.
+// For a model from before models had a list of plug-ins.
 static void start_product()
 {
     char name[VEK_START_NAME_SIZE]; // a start may change the environment
     const char *value = getenv("KLV_PRODUCT_NAME");
-    if (value == nullptr || !text_copy(name, value) || !is_product_of_old_files(name))
+    if (value == nullptr || !text_copy(name, value) || !is_product_of_old_models(name))
         return;
     vek_err(
         caller,
         "Solver string 'plugin_list' not found, tvm may not be compatible with current release");
     vek_solver_uses_databases = true;
     vek_set_product_name();
-    start(name);
+    start_name(name);
 }
 
+// Start the plug-ins that the loaded model lists or, if it has no list, the product.
 static void start_once()
 {
     vc_str_print("");
@@ -78,6 +79,7 @@ static bool looks_like_alias(const char *name)
            strstr(name, "klvds://") != nullptr;
 }
 
+// The search while no databases are in use.  Returns the name itself.
 static char *search_plain_path(char *name, int *found)
 {
     *found = vek_file_exists(name);
@@ -88,6 +90,7 @@ static char *search_plain_path(char *name, int *found)
     return name;
 }
 
+// Returns a path that the caller frees, or vek_empty_text.
 static char *search_databases(char *name, const char *file_class, int *found)
 {
     char *path = vorn_vek_search_file(file_class, vorn_vek_nt2unix_path(name), 1);
@@ -95,6 +98,7 @@ static char *search_databases(char *name, const char *file_class, int *found)
     return path;
 }
 
+// For this product every name counts as found, without a search.
 static bool search_is_bypassed()
 {
     const char *product = getenv("QNS_PRODUCT_NAME");
@@ -103,9 +107,9 @@ static bool search_is_bypassed()
 
 char *db_search(char *name, const char *file_class, int *found)
 {
-    int unread;
+    int ignored;
     if (found == nullptr)
-        found = &unread;
+        found = &ignored;
     name = text_or_empty(name);
     *found = 0;
     if (search_is_bypassed()) {
@@ -122,8 +126,8 @@ char *db_search(char *name, const char *file_class, int *found)
                                      : search_plain_path(name, found);
 }
 
-// A copy that can be changed: a text that is too long for a path text is cut
-// to 266 characters, and all end at their first blank.
+// Copy a Fortran string to a buffer that can be changed.  A string of more than 267
+// characters is truncated to 266.  Every string ends at its first space.
 static void from_fortran(char (&copy)[VEK_PATH_SIZE], const char *text)
 {
     text = text_or_empty(text);

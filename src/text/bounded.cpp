@@ -59,11 +59,11 @@ text_span text_next_token(const char **text, char separator)
 {
     while (**text == separator)
         ++*text;
-    text_span piece = {*text, 0};
+    text_span token = {*text, 0};
     while (**text != '\0' && **text != separator)
         ++*text;
-    piece.length = static_cast<size_t>(*text - piece.start);
-    return piece;
+    token.length = static_cast<size_t>(*text - token.start);
+    return token;
 }
 
 text_span text_rest_of_line(const char **text)

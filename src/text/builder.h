@@ -1,4 +1,4 @@
-// Text that grows as it is written.
+// Text that grows as it is appended to.
 
 #pragma once
 
@@ -10,7 +10,8 @@
 #define BUILDER_FORMAT(pos, first)
 #endif
 
-// All zero at first.  `is_truncated` says that memory ran out, and errno was ENOMEM.
+// Initialized with {}.  `bytes` is not terminated.  Once memory has run out (ENOMEM),
+// `is_truncated` is true and the text no longer grows.
 struct text_builder {
     char *bytes;
     size_t length;

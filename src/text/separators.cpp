@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+// Replace a character up to the first newline.
 static char *replace_char(char *text, char from, char to)
 {
     text = text_or_empty(text);
@@ -28,7 +29,7 @@ char *vorn_vek_unix2nt_path(char *text)
     return replace_char(text, '/', '\\');
 }
 
-// How many characters at the start stay as they are.  The longer scheme comes
+// How many characters at the start are kept as they are.  The longer scheme is tried
 // first: a file URL keeps all four separators of a network path.
 static size_t scheme_length(const char *text)
 {
@@ -38,7 +39,7 @@ static size_t scheme_length(const char *text)
     return 1;
 }
 
-// A separator that another follows, or nothing.
+// Whether a separator is followed by another one or by the end.
 static bool is_extra(const char *separator)
 {
     return separator[1] == '/' || separator[1] == '\0';

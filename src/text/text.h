@@ -1,4 +1,5 @@
-// Bounded text: the only way in which this library copies, joins and splits.
+// Bounded strings: the only functions with which this library copies, joins and
+// splits them.
 //
 //   instead of              use
 //   strcpy, strncpy         text_copy; text_truncate where a prefix is wanted
@@ -6,13 +7,14 @@
 //   sprintf of numbers      snprintf
 //   strtok                  text_next_word, text_next_token
 //   sscanf                  text_next_word, text_rest_of_line
-//   atoi                    strtol, which tells where a number ends
+//   atoi                    strtol, which returns where a number ends
 //   strncmp with a literal  text_starts_with
 //
-// The compiler refuses all on the left but strncmp (platform/banned.h).
+// The compiler rejects all on the left but strncmp (platform/banned.h).
 //
-// A target is always terminated.  A text that does not fit leaves the empty
-// text and gives false: a cut path could name another file.
+// A target is always terminated.  If a string does not fit, the target becomes the
+// empty string and the function returns false: a truncated path could name another
+// file.
 
 #pragma once
 
@@ -22,42 +24,42 @@
 #include <cstdint>
 #include <initializer_list>
 
-// What an operation with nothing to give returns.  Nothing writes to it.
+// The empty string that operations return if they have no result.  Never written to.
 extern char vek_empty_text[1];
 
-const char *text_or_empty(const char *text); // null becomes the empty text
+const char *text_or_empty(const char *text); // null becomes the empty string
 char *text_or_empty(char *text);
 bool text_is_empty(const char *text); // null counts as empty
 
 bool text_starts_with(const char *text, const char *start);
 
-// Characters of a text; not terminated.
+// Part of a string; not terminated.
 struct text_span {
     const char *start;
     size_t length;
 };
 
-// Whether two characters are one without regard to case.
+// Whether two characters are equal without regard to case.
 bool char_equal_nocase(char first, char second);
 
-// Whether the characters are this word, without regard to case.
+// Whether the span is equal to a word without regard to case.
 bool text_equals_nocase(text_span text, const char *word);
 
 // A hash that strings have in common if they are equal without regard to case,
 // whatever the locale.
 uint32_t text_hash_nocase(const char *text);
 
-// Each takes the next piece from *text and moves *text behind it.  A piece of
-// length 0 says that there is none.
+// Each returns the next token of *text and moves *text to the character after it.
+// The length is 0 if there is none.
 text_span text_next_word(const char **text);                  // between white space
-text_span text_next_token(const char **text, char separator); // empty pieces are skipped
-text_span text_rest_of_line(const char **text); // from the next word to the line's end
+text_span text_next_token(const char **text, char separator); // empty tokens are skipped
+text_span text_rest_of_line(const char **text);               // from the next word to the newline
 
-bool text_copy(char *to, size_t size, const char *from); // `from` may lie in `to`
+bool text_copy(char *to, size_t size, const char *from); // `from` may be in `to`
 bool text_copy(char *to, size_t size, text_span from);
 bool text_join(char *to, size_t size, std::initializer_list<const char *> parts);
 bool text_append(char *to, size_t size, const char *more);
-void text_truncate(char *to, size_t size, const char *from); // as much as fits
+void text_truncate(char *to, size_t size, const char *from); // copies as much as fits
 
 template <size_t size> bool text_copy(char (&to)[size], const char *from)
 {

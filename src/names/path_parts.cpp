@@ -1,4 +1,4 @@
-// Taking path texts apart.
+// The parts of a path: directory, file name, base name, extension.
 
 #include "names/names.h"
 #include "text/text.h"
@@ -22,7 +22,8 @@ const char *vorn_vek_input2path(char *text)
     return vek_path_buf;
 }
 
-static char *file_name(char (&buffer)[VEK_PATH_SIZE], char *text)
+// Copy the file name of a path to a buffer, and return the buffer.
+static char *copy_file_name(char (&buffer)[VEK_PATH_SIZE], char *text)
 {
     text_copy(buffer, vorn_vek_nt2unix_path(text));
     const char *last = strrchr(buffer, '/');
@@ -33,23 +34,23 @@ static char *file_name(char (&buffer)[VEK_PATH_SIZE], char *text)
 
 const char *vorn_vek_input2file(char *text)
 {
-    return file_name(vek_file_buf, text);
+    return copy_file_name(vek_file_buf, text);
 }
 
 const char *split_path(const char *path, char (&directory)[VEK_PATH_SIZE])
 {
     const char *last = strrchr(path, '/');
     const char *file = last == nullptr ? path : last + 1;
-    text_span front = {path, last == nullptr ? 0 : static_cast<size_t>(last - path)};
-    text_copy(directory, front);
-    text_copy(vek_path_buf, last == nullptr ? text_span{path, strlen(path)} : front);
+    text_span dir_part = {path, last == nullptr ? 0 : static_cast<size_t>(last - path)};
+    text_copy(directory, dir_part);
+    text_copy(vek_path_buf, last == nullptr ? text_span{path, strlen(path)} : dir_part);
     text_copy(vek_file_buf, file);
     return file;
 }
 
 const char *vorn_vek_input2base(char *text)
 {
-    file_name(vek_base_buf, text);
+    copy_file_name(vek_base_buf, text);
     char *last = strrchr(vek_base_buf, '.');
     if (last != nullptr)
         *last = '\0';
@@ -81,7 +82,7 @@ const char *vek_input2tbl_and_file(char *text)
     return vek_tbl_file_buf;
 }
 
-// Add ".", unless one is there, and the extension.
+// Append "." unless the name ends with one, and the extension.
 static void append_extension(char (&name)[VEK_PATH_SIZE], const char *ext)
 {
     size_t length = strlen(name);
@@ -92,7 +93,7 @@ static void append_extension(char (&name)[VEK_PATH_SIZE], const char *ext)
 
 const char *vorn_vek_add_extension(const char *name, const char *ext)
 {
-    char added[VEK_PATH_SIZE]; // `ext` may lie in a buffer that is overwritten below
+    char added[VEK_PATH_SIZE]; // `ext` may be in a buffer that is overwritten below
     bool fits = text_copy(added, text_or_empty(ext));
     if (!text_copy(vek_add_ext_buf, text_or_empty(name)))
         return vek_add_ext_buf;
