@@ -1,9 +1,9 @@
 // Environment variables in the values of configuration files.
 
+#include "host/environment.h"
 #include "host/message.h"
 #include "text/text.h"
 
-#include <cstdlib>
 #include <cstring>
 
 constexpr size_t expanded_size = 267; // of a text that holds a value
@@ -24,8 +24,7 @@ static bool replace(char *text, char *dollar, bool is_allowed)
     *dollar = '\0';
     if (slash != nullptr)
         *slash = '\0';
-    // getenv alone would find "A=B" where A has a value that begins with "B=".
-    const char *value = strchr(name, '=') == nullptr ? getenv(name) : nullptr;
+    const char *value = env_value(name);
     if (value == nullptr) {
         warn("The following variable could not be found in the runtime environment:", name);
         return false;

@@ -2,9 +2,9 @@
 // line, or the sections that a new file and a save have.
 
 #include "config/private/private.h"
+#include "host/environment.h"
 #include "text/text.h"
 
-#include <cstdlib>
 #include <cstring>
 
 // ---- Sections ----
@@ -76,8 +76,7 @@ static void write_first_database(text_builder *out)
 
 static void print_order_section(text_builder *out, write_mode mode)
 {
-    const char *search = getenv("KLV_VEK_SEARCH");
-    if (search == nullptr || strcmp(search, "yes") != 0)
+    if (!env_is("KLV_VEK_SEARCH", "yes"))
         return;
     open_section(out, "Desired database search order", "");
     if (mode == WRITE_SAVE)

@@ -1,12 +1,12 @@
 // The statements that the private file gets from the running session.
 
 #include "config/private/private.h"
+#include "host/environment.h"
 #include "host/message.h"
 #include "platform/platform.h"
 #include "text/text.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 constexpr size_t longest_statement = 266; // that a reader accepts
@@ -64,8 +64,7 @@ static bool fits_statement(const char *variable, const char *value)
 
 bool write_environment(text_builder *out, const char *variable, const char *end)
 {
-    // getenv alone would find "A=B" where A has a value that begins with "B=".
-    const char *value = strchr(variable, '=') == nullptr ? getenv(variable) : nullptr;
+    const char *value = env_value(variable);
     if (value == nullptr || !fits_statement(variable, value))
         return false;
     builder_print(out, "%-14s%-22s", "ENVIRONMENT", variable);

@@ -5,11 +5,9 @@
 
 #include "config/config.h"
 #include "config/private/private.h"
+#include "host/environment.h"
 #include "host/hsk.h"
 #include "text/text.h"
-
-#include <cstdlib>
-#include <cstring>
 
 // Returns 1 if the file has been written, else 0.
 static int update(private_update *state)
@@ -76,8 +74,7 @@ int _vek_print_cfg_file(const char *tag, const char *path, const char *name)
 
 int vorn_wrt_cfg(const char *tag, const char *name)
 {
-    const char *wish = getenv("KLV_UPDATE_CFG");
-    if (wish != nullptr && strcmp(wish, "no") == 0)
+    if (env_is("KLV_UPDATE_CFG", "no"))
         return 1;
     private_update state;
     start_update(&state, nullptr, mode_of(tag), name);
