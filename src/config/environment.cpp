@@ -96,7 +96,6 @@ int _cfg_read_file_env(char *path)
 int vek_env_read(char *path)
 {
     if (vek_solver_mode() != 0)
-        report(REPORT_PLAIN, "vek_env_read", "  Processing ENVIRONMENT entries in '%s'",
-               text_or_empty(path));
+        print_line("  Processing ENVIRONMENT entries in '%s'", text_or_empty(path));
     return _cfg_read_file_env(path);
 }

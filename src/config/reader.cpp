@@ -1,11 +1,11 @@
 // Reading a configuration file, statement by statement.
 
 #include "config/config.h"
+#include "host/environment.h"
 #include "host/hsk.h"
 #include "host/message.h"
 #include "text/text.h"
 
-#include <cstdlib>
 #include <cstring>
 
 static const char caller[] = "vek_cfg_read";
@@ -61,8 +61,7 @@ static void refuse_long_line(cfg_parser *reading, cfg_text *text)
 
 static void print_database_advice(const cfg_parser *reading)
 {
-    report(REPORT_PLAIN, caller, "WARNING in line %d of cfg_file '%s':", reading->line,
-           reading->path);
+    print_line("WARNING in line %d of cfg_file '%s':", reading->line, reading->path);
     vc_str_print(" SHARED_DB and PRIVATE_DB definitions have been");
     vc_str_print(" consolidated into DATABASE definitions.  Please");
     vc_str_print(" update your configuration files either by");
@@ -105,15 +104,14 @@ static void handle_database(cfg_parser *reading, const char *keyword)
 
 static void print_order_advice(const cfg_parser *reading)
 {
-    report(REPORT_PLAIN, caller, "INFO: line %d of cfg_file '%s':", reading->line, reading->path);
+    print_line("INFO: line %d of cfg_file '%s':", reading->line, reading->path);
     vc_str_print("      DATABASE_ORDER entry has been discontinued.");
     vc_str_print("      Please remove the line from the file.");
 }
 
 static void handle_database_order(cfg_parser *reading)
 {
-    const char *search = getenv("KLV_VEK_SEARCH");
-    if (search == nullptr || strcmp(search, "yes") != 0) {
+    if (!env_is("KLV_VEK_SEARCH", "yes")) {
         print_order_advice(reading);
         return;
     }
@@ -182,7 +180,7 @@ int vek_cfg_read(const char *path, int cfg_index)
     cfg_text text;
     if (!cfg_open(&text, path, caller))
         return 1;
-    report(REPORT_PLAIN, caller, "Reading configuration file '%s'", path);
+    print_line("Reading configuration file '%s'", path);
     cfg_parser reading = {path, cfg_index, 0, 0};
     while (read_line(&text)) {
         ++reading.line;

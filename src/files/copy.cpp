@@ -81,10 +81,9 @@ static FILE *open_target(const file_path *target)
 
 void print_copied(file_path *source, file_path *target)
 {
-    constexpr const char *caller = "vorn_vek_copy_file2file";
     char alias[VEK_PATH_SIZE];
-    report(REPORT_PLAIN, caller, "File '%s' successfully copied to", display_name(source, alias));
-    report(REPORT_PLAIN, caller, "     '%s'.", display_name(target, alias));
+    print_line("File '%s' successfully copied to", display_name(source, alias));
+    print_line("     '%s'.", display_name(target, alias));
 }
 
 // *error becomes the errno value that cut the copy short, or 0.

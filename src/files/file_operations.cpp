@@ -21,7 +21,7 @@ int vorn_vek_delete_file(char *path)
     }
     // Somebody may keep the file or bring it back; then there is no line.
     if (vek_file_exists(file.text) == 0 && vek_file_verbose)
-        report(REPORT_PLAIN, caller, "File '%s' successfully deleted.", name);
+        print_line("File '%s' successfully deleted.", name);
     return 0;
 }
 
@@ -45,7 +45,6 @@ static int refuse_rename(const char *old_name, const char *new_name)
 
 int vorn_vek_rename_file(char *old_path, char *new_path)
 {
-    constexpr const char *caller = "vorn_vek_rename_file";
     char old_alias[VEK_PATH_SIZE];
     char new_alias[VEK_PATH_SIZE];
     file_path from, to;
@@ -55,7 +54,7 @@ int vorn_vek_rename_file(char *old_path, char *new_path)
     const char *new_name = display_name(&to, new_alias);
     if (!platform_rename(from.text, to.text))
         return refuse_rename(old_name, new_name);
-    report(REPORT_PLAIN, caller, "File '%s' successfully renamed to", old_name);
-    report(REPORT_PLAIN, caller, "     '%s'.", new_name);
+    print_line("File '%s' successfully renamed to", old_name);
+    print_line("     '%s'.", new_name);
     return 0;
 }

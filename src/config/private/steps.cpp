@@ -21,7 +21,7 @@ bool report_failure(const private_update *state, const char *reason)
 
 static bool report_unopened(const char *path)
 {
-    report(REPORT_PLAIN, caller, "ERROR: cannot open file %s", path);
+    print_line("ERROR: cannot open file %s", path);
     return false;
 }
 
@@ -83,9 +83,8 @@ static bool back_up_for_user(private_update *state)
         return state->unread != 0 || !find_backup(state, backup) ||
                report_failure(state, "The backup could not be made");
     if (state->backup == BACKUP_VERBOSE)
-        report(REPORT_PLAIN, "vorn_sav_cfg",
-               "save configuration - backup created of previous configuration file %s\n",
-               state->path);
+        print_line("save configuration - backup created of previous configuration file %s\n",
+                   state->path);
     state->backup = BACKUP_REPEATED;
     return true;
 }
