@@ -18,7 +18,7 @@ void vek_private_cfg_path(char *path);
 // is written, or there already, and else 0.
 int _vek_print_cfg_file(const char *tag, const char *path, const char *name);
 
-// config/environment.cpp.  Take the ENVIRONMENT statements of one file; `path`
+// config/environment_reader.cpp.  Take the ENVIRONMENT statements of one file; `path`
 // is expanded in place.
 int _cfg_read_file_env(char *path);
 }
@@ -43,7 +43,7 @@ const char *private_dir_value();
 // not set.
 const char *name_variable_value(const char *name, const char *suffix);
 
-// config/cfg_files.cpp.  Find the file of a name that is not the product's, but
+// config/find_files.cpp.  Find the file of a name that is not the product's, but
 // for the place that its own variable names.  `registers` has the host told of
 // the plug-in before the user's plug-in directories are searched.
 bool find_plugin_file(char *path, const char *name, bool register_paths);

@@ -58,7 +58,7 @@ void remove_copies(private_update *state);
 void unlock_file(private_update *state);
 bool report_failure(const private_update *state, const char *reason);
 
-// config/private/compose.cpp.  Write the new text from the old one, which is gone
+// config/private/new_text.cpp.  Write the new text from the old one, which is gone
 // through.  `name` is the database of WRITE_ADDED and WRITE_REMOVED.
 void compose_text(text_builder *out, cfg_text *old, write_mode mode, const char *name);
 
