@@ -35,7 +35,7 @@ bool load_text(cfg_text *text, const char *path)
     *text = {};
     for (int left = 10; !is_unchanged && left > 0; --left) {
         builder_release(&text->bytes);
-        FILE *file = platform_open_to_read_soon(path);
+        FILE *file = platform_open_to_read_retrying(path);
         if (file == nullptr)
             return false;
         is_unchanged = read_unchanged(text, file);

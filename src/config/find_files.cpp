@@ -103,7 +103,7 @@ static void find_site_file(char *path, const char *name)
 // Another program may keep the file from being opened for a moment.
 static bool private_file_is_there(const char *path)
 {
-    FILE *file = vek_file_exists(path) != 0 ? nullptr : platform_open_to_read_soon(path);
+    FILE *file = vek_file_exists(path) != 0 ? nullptr : platform_open_to_read_retrying(path);
     if (file != nullptr)
         fclose(file);
     return file != nullptr || vek_file_exists(path) != 0;

@@ -18,7 +18,7 @@ void to_backup_path(char *path)
 static bool copy_and_finish(FILE *source, new_file *made)
 {
     int error = copy_stream(source, made->stream);
-    if (error == 0 && platform_finish(made))
+    if (error == 0 && platform_sync_and_close(made))
         return true;
     errno = error == 0 ? errno : error;
     return false;
@@ -32,7 +32,7 @@ static bool replace_backup(FILE *source, const file_path *file, const file_path 
         errno = ENAMETOOLONG;
         return false;
     }
-    if (!platform_create_beside(&made, backup->text, NEW_FILE_PRIVATE, file->text, "wb"))
+    if (!platform_create_in_dir_of(&made, backup->text, NEW_FILE_PRIVATE, file->text, "wb"))
         return false;
     if (copy_and_finish(source, &made) && platform_replace(&made, backup->text))
         return platform_sync_dir_of(backup->text);

@@ -22,7 +22,7 @@ const char *vorn_vek_tmp_file_path()
     static char vek_tmp_dir[VEK_PATH_SIZE];
     static bool vek_tmp_first = true;
     char dir[VEK_PATH_SIZE];
-    if ((vek_tmp_first || vek_tmp_dir[0] != '\0') && platform_temporary_dir(dir, sizeof dir))
+    if ((vek_tmp_first || vek_tmp_dir[0] != '\0') && platform_temp_dir(dir, sizeof dir))
         text_copy(vek_tmp_dir, dir);
     vek_tmp_first = false;
     return vek_tmp_dir[0] == '\0' ? nullptr : vek_tmp_dir;

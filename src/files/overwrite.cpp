@@ -29,14 +29,14 @@ static bool copy_to(new_file *made, const char *path)
     int error = copy_stream(source, made->stream);
     fclose(source);
     errno = error;
-    return error == 0 && platform_finish(made);
+    return error == 0 && platform_sync_and_close(made);
 }
 
 static bool save_copy_at(const char *path, bool is_beside)
 {
     new_file made;
     if (!name_copy(path, is_beside) ||
-        !platform_create_beside(&made, kept_copy, NEW_FILE_PRIVATE, path, "wb"))
+        !platform_create_in_dir_of(&made, kept_copy, NEW_FILE_PRIVATE, path, "wb"))
         return false;
     if (copy_to(&made, path) && platform_replace(&made, kept_copy)) {
         if (platform_sync_dir_of(kept_copy))
@@ -59,14 +59,14 @@ static void remove_copy()
         platform_remove_file(kept_copy) ? nullptr : platform_open_to_write(kept_copy, "r+b");
     if (left == nullptr)
         return;
-    platform_cut(left);
+    platform_truncate(left);
     fclose(left);
 }
 
 // At no moment is the file empty.
 static bool put_text(FILE *file, const char *text, size_t length)
 {
-    return platform_rewind(file) && platform_write(file, text, length) && platform_cut(file) &&
+    return platform_rewind(file) && platform_write(file, text, length) && platform_truncate(file) &&
            platform_sync(file);
 }
 
@@ -74,7 +74,7 @@ static bool restore(FILE *file)
 {
     FILE *copy = platform_open_to_read(kept_copy);
     bool is_done = copy != nullptr && platform_rewind(file) && copy_stream(copy, file) == 0 &&
-                   platform_cut(file) && platform_sync(file);
+                   platform_truncate(file) && platform_sync(file);
     if (copy != nullptr)
         fclose(copy);
     return is_done;
@@ -97,7 +97,7 @@ static bool overwrite_open(FILE *file, const char *path, const char *text, size_
     else if (has_text)
         *left = kept_copy;
     if (!has_text && !is_done && platform_rewind(file))
-        platform_cut(file);
+        platform_truncate(file);
     errno = reason;
     return is_done;
 }

@@ -214,14 +214,14 @@ bool write_new_file(private_update *state)
         return report_failure(state, strerror(ENOMEM));
     if (!is_new && !opens_for_writing(state))
         return false;
-    if (!platform_create_beside(&state->made, state->target, is_new ? NEW_FILE : NEW_FILE_EXACT,
-                                state->target, mode_letters(state, true))) {
+    if (!platform_create_in_dir_of(&state->made, state->target, is_new ? NEW_FILE : NEW_FILE_EXACT,
+                                   state->target, mode_letters(state, true))) {
         if (is_new)
             return warn_of_unwritable_file(state->path);
         return platform_must_overwrite() || report_failure(state, strerror(errno));
     }
     if (platform_write(state->made.stream, state->text.bytes, state->text.length) &&
-        platform_finish(&state->made))
+        platform_sync_and_close(&state->made))
         return true;
     return report_failure(state, strerror(errno));
 }
@@ -229,7 +229,7 @@ bool write_new_file(private_update *state)
 static bool put_in_place(private_update *state, const char **left)
 {
     if (state->lock < 0)
-        return platform_place(&state->made, state->target);
+        return platform_create_from(&state->made, state->target);
     if (state->made.path[0] != '\0') {
         if (platform_replace(&state->made, state->target))
             return true;
