@@ -34,12 +34,11 @@ static void report_kept_text(const char *copy)
 void report_lost_text(const char *path)
 {
     char target[4096];
-    if (!platform_follow_links(path, target, sizeof target) ||
-        overwrite_kept_copy(target) == nullptr)
+    if (!platform_follow_links(path, target, sizeof target) || find_safety_copy(target) == nullptr)
         return;
     intptr_t lock = platform_lock_file(path, 0);
     if (lock >= 0 || errno != ETIMEDOUT) // else an update is going on
-        report_kept_text(overwrite_kept_copy(target));
+        report_kept_text(find_safety_copy(target));
     if (lock >= 0)
         platform_unlock(lock);
 }
@@ -142,7 +141,7 @@ bool lock_file(private_update *state)
     if ((state->lock >= 0 && !platform_file_state(state->path, &state->read)) ||
         !platform_follow_links(state->path, state->target, sizeof state->target))
         return report_failure(state, strerror(errno));
-    const char *copy = state->lock < 0 ? nullptr : overwrite_find_loss(state->target);
+    const char *copy = state->lock < 0 ? nullptr : find_needed_safety_copy(state->target);
     report_kept_text(copy);
     return copy == nullptr;
 }
