@@ -25,7 +25,7 @@ int _cfg_read_file_env(char *path);
 
 // config/private/steps.cpp.  Report where the text of the private file is kept, if an
 // update was killed or could not restore it.
-void report_lost_text(const char *path);
+void report_safety_copy(const char *path);
 
 // config/identity.cpp.  The path of the private file, whole whatever its
 // length: `start` and then `end`.

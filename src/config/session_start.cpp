@@ -39,7 +39,7 @@ static int find_files(start *now)
 
 static void add_private_file(start *now)
 {
-    report_lost_text(now->private_file);
+    report_safety_copy(now->private_file);
     vek_private_cfg_index = vek_cfg_count;
     text_copy(now->files[vek_cfg_count++], now->private_file);
 }
