@@ -77,7 +77,7 @@ vek_db_rec *db_find(const char *name);
 // "<database>/dir"; null if there is none.
 vek_tbl_rec *table_of_alias(const vek_db_rec *db, const char *alias);
 
-// config/session.cpp.  Records with this configuration index are the user's.
+// config/session_start.cpp.  Records with this configuration index are the user's.
 extern int vek_private_cfg_index;
 
 // config/cfg_index.cpp.  The files of the latest start are in the first

@@ -1,4 +1,4 @@
-// Which file was read under which configuration index.
+// The configuration index of each file that was read.
 
 #include "config/config.h"
 #include "host/message.h"
@@ -14,8 +14,7 @@ cfg_slot vek_cfg_files[VEK_CFG_FILE_COUNT];
 int vek_cfg_count;
 int vek_next_cfg_index;
 
-// Every file read in the session.  Grows with the plug-ins, for which
-// vek_cfg_files has no room.
+// Every file read in the session.  vek_cfg_files has no room for those of plug-ins.
 static cfg_slot *files_read;
 static int files_read_capacity;
 

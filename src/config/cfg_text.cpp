@@ -1,5 +1,4 @@
 #include "config/cfg_text.h"
-#include "config/config.h"
 #include "host/message.h"
 #include "platform/durable.h"
 #include "platform/platform.h"
@@ -7,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 
+// Files are read unbuffered, in as few calls as possible.
 static void read_all(cfg_text *text, FILE *file)
 {
     static char block[32768];
@@ -19,7 +19,7 @@ static void read_all(cfg_text *text, FILE *file)
     text->is_whole = ferror(file) == 0;
 }
 
-// Whether nobody has written over the file meanwhile.
+// False if another process changed the file meanwhile.
 static bool read_unchanged(cfg_text *text, FILE *file)
 {
     file_state before, after;
@@ -29,13 +29,14 @@ static bool read_unchanged(cfg_text *text, FILE *file)
            platform_same_state(&before, &after);
 }
 
+// A file that keeps changing is accepted as it is after ten reads.
 bool load_text(cfg_text *text, const char *path)
 {
     bool is_unchanged = false;
     *text = {};
     for (int left = 10; !is_unchanged && left > 0; --left) {
         builder_release(&text->bytes);
-        FILE *file = platform_open_to_read_soon(path);
+        FILE *file = platform_open_to_read_retrying(path);
         if (file == nullptr)
             return false;
         is_unchanged = read_unchanged(text, file);

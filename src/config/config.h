@@ -1,62 +1,50 @@
-// What the sources of this folder share beside vek.h.
+// What the sources of this folder share besides vek.h.
 
 #pragma once
 
-#include "config/cfg_text.h"
 #include "vek.h"
-
-#include <cstdio>
 
 extern "C" {
 
-// config/identity.cpp.  `path` has VEK_PATH_SIZE bytes; it becomes empty if the
-// private file's path does not fit.
+// config/identity.cpp.  The path of the private file, in VEK_PATH_SIZE bytes; the
+// empty string if it does not fit.
 void vek_private_cfg_path(char *path);
 
-// config/private/update.cpp.  Write the private file in the way that the tag
-// says.  A new file does not take the place of one that has text.  Returns 1 if it
-// is written, or there already, and else 0.
+// config/private/update.cpp.  Write the private file as the tag requires.  If the file
+// is to be created and is not empty by then, it is left alone.  Returns 1 if it was
+// written or exists, 0 otherwise.
 int _vek_print_cfg_file(const char *tag, const char *path, const char *name);
-
-// config/environment.cpp.  Take the ENVIRONMENT statements of one file; `path`
-// is expanded in place.
-int _cfg_read_file_env(char *path);
 }
 
-// config/private/steps.cpp.  Report where the text of the private file is kept, if an
-// update was killed or could not restore it.
-void report_lost_text(const char *path);
+// config/private/steps.cpp.  Report the safety copy of the private file that an update
+// left because it was killed or could not restore the file.
+void report_safety_copy(const char *path);
 
-// config/identity.cpp.  The path of the private file, whole whatever its
-// length: `start` and then `end`.
+// config/identity.cpp.  The path of the private file, of any length: `start` followed
+// by `end`.
 struct private_path {
     const char *start;
     const char *end;
 };
 private_path private_path_parts();
 
-// The value of the variable that names the user's directory for plug-in files
-// of this product; null if it is not set.
+// config/identity.cpp.  The value of the variable that names the user's directory for
+// plug-in files of this product; null if it is not set.
 const char *private_dir_value();
 
-// The value of KLV_<NAME><suffix> with the name in upper case; null if it is
-// not set.
+// config/identity.cpp.  The value of KLV_<NAME><suffix>, with the name in upper case;
+// null if it is not set.
 const char *name_variable_value(const char *name, const char *suffix);
 
-// config/cfg_files.cpp.  Find the file of a name that is not the product's, but
-// for the place that its own variable names.  `registers` has the host told of
-// the plug-in before the user's plug-in directories are searched.
+// config/find_files.cpp.  Find the configuration file of a plug-in, in all directories
+// but the one that KLV_<NAME> names.  `path` has VEK_PATH_SIZE bytes.  With
+// `register_paths`, the host registers the plug-in's paths before the user's plug-in
+// directories are searched.
 bool find_plugin_file(char *path, const char *name, bool register_paths);
 
-// config/cfg_text.cpp.  Load a file for one of the two readers of its statements.
-// False, with a report, if it does not open.
-bool cfg_open(cfg_text *text, const char *path, const char *caller);
-// False, with a report, if the file could not be read to its end.
-bool cfg_close(cfg_text *text, const char *path, const char *caller);
-
-// config/cfg_index.cpp.  The index that the next file read will get, over all
-// starts.
+// config/cfg_index.cpp.  The configuration index of the next file that is read, in
+// this start or a later one.
 extern int vek_next_cfg_index;
-// Keep the path under that index and go on to the next.  False, with
-// "malloc_failure" reported, if there is no memory to keep it.
+// Store the path under that index and increment the index.  False, after reporting
+// "malloc_failure", if memory runs out.
 bool cfg_index_assign(const char *path);

@@ -1,4 +1,4 @@
-// Who runs: the product, its names and its variables, and the session's modes.
+// The identity of the session: the product, its names and variables, and the modes.
 
 #include "config/config.h"
 #include "host/message.h"
@@ -10,8 +10,8 @@
 struct product {
     const char *short_name;
     const char *display_name;
-    const char *file_variable; // of the private file; null if there is none
-    const char *dir_variable;  // of the private directory; null: by the product's name
+    const char *file_variable; // names the private file; null if there is none
+    const char *dir_variable;  // names the private directory; null for KLV_<NAME>_PRIVATE_DIR
 };
 
 static const product products[] = {

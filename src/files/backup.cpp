@@ -1,4 +1,4 @@
-// One previous version of a file, beside it.
+// One previous version of a file, in the same directory.
 
 #include "files/files.h"
 #include "platform/durable.h"
@@ -15,32 +15,32 @@ void to_backup_path(char *path)
         path[length - 1] = 'q';
 }
 
-static bool copy_and_finish(FILE *source, new_file *made)
+static bool copy_and_sync(FILE *source, new_file *created)
 {
-    int error = copy_stream(source, made->stream);
-    if (error == 0 && platform_finish(made))
+    int error = copy_stream(source, created->stream);
+    if (error == 0 && platform_sync_and_close(created))
         return true;
     errno = error == 0 ? errno : error;
     return false;
 }
 
-// The older backup stays until the new one is whole and on the disk.
+// The older backup is kept until the new one is whole and on the disk.
 static bool replace_backup(FILE *source, const file_path *file, const file_path *backup)
 {
-    new_file made = {};
+    new_file created = {};
     if (strlen(backup->text) >= VEK_PATH_SIZE) {
         errno = ENAMETOOLONG;
         return false;
     }
-    if (!platform_create_beside(&made, backup->text, NEW_FILE_PRIVATE, file->text, "wb"))
+    if (!platform_create_in_dir_of(&created, backup->text, NEW_FILE_PRIVATE, file->text, "wb"))
         return false;
-    if (copy_and_finish(source, &made) && platform_replace(&made, backup->text))
+    if (copy_and_sync(source, &created) && platform_replace(&created, backup->text))
         return platform_sync_dir_of(backup->text);
-    platform_discard(&made);
+    platform_discard(&created);
     return false;
 }
 
-static int back_up(FILE *source, file_path *file)
+static int back_up_stream(FILE *source, file_path *file)
 {
     file_path backup;
     file_path_init(&backup, file->text);
@@ -59,11 +59,11 @@ int backup_file(char *path, int *unread)
 {
     file_path file;
     file_path_init(&file, path);
-    FILE *source = platform_open_to_read(file.text);
+    FILE *source = file_path_is_usable(&file) ? platform_open_to_read(file.text) : nullptr;
     *unread = source == nullptr ? errno : 0;
     if (source == nullptr)
         return 1;
-    int result = back_up(source, &file);
+    int result = back_up_stream(source, &file);
     fclose(source);
     return result;
 }

@@ -13,10 +13,14 @@ bool vek_file_verbose = true;
 void file_path_init(file_path *path, char *given)
 {
     path->given = text_or_empty(given);
-    if (text_copy(path->text, path->given))
-        return;
-    memset(path->text, 'x', sizeof path->text - 1);
-    path->text[sizeof path->text - 1] = '\0';
+    path->is_too_long = !text_copy(path->text, path->given);
+}
+
+bool file_path_is_usable(const file_path *path)
+{
+    if (path->is_too_long)
+        errno = ENAMETOOLONG;
+    return !path->is_too_long;
 }
 
 const char *display_name(file_path *path, char (&alias)[VEK_PATH_SIZE])
@@ -42,8 +46,7 @@ int copy_stream(FILE *source, FILE *target)
     return error;
 }
 
-// Closes both files.  The target of a copy that is cut short stays as far as it
-// got.
+// Closes both files.  After an error the target keeps what was written.
 static int copy_and_close(FILE *source, FILE *target)
 {
     int error = copy_stream(source, target);
@@ -53,7 +56,7 @@ static int copy_and_close(FILE *source, FILE *target)
     return error;
 }
 
-// The system's text is taken first: finding the alias may change errno.
+// Gets the system's error message first: finding the alias may change errno.
 int report_copy_failure(const char *what, file_path *path)
 {
     char alias[VEK_PATH_SIZE];
@@ -81,13 +84,12 @@ static FILE *open_target(const file_path *target)
 
 void print_copied(file_path *source, file_path *target)
 {
-    constexpr const char *caller = "vorn_vek_copy_file2file";
     char alias[VEK_PATH_SIZE];
-    report(REPORT_PLAIN, caller, "File '%s' successfully copied to", display_name(source, alias));
-    report(REPORT_PLAIN, caller, "     '%s'.", display_name(target, alias));
+    print_line("File '%s' successfully copied to", display_name(source, alias));
+    print_line("     '%s'.", display_name(target, alias));
 }
 
-// *error becomes the errno value that cut the copy short, or 0.
+// *error becomes the errno value of a read or write error, or 0.
 static int copy_file(char *source, char *target, int *error)
 {
     file_path from, to;
@@ -96,7 +98,7 @@ static int copy_file(char *source, char *target, int *error)
     file_path_init(&to, target);
     if (vek_strcasecmp(from.given, to.given) == 0 || platform_same_file(from.text, to.text))
         return report_same_file(&to);
-    FILE *in = platform_open_to_read(from.text);
+    FILE *in = file_path_is_usable(&from) ? platform_open_to_read(from.text) : nullptr;
     if (in == nullptr)
         return report_copy_failure("Could not open file", &from);
     FILE *out = open_target(&to);
@@ -111,7 +113,7 @@ static int copy_file(char *source, char *target, int *error)
     return 0;
 }
 
-// A copy that is cut short goes unnoticed: hosts know this result.
+// Read and write errors are ignored: hosts rely on this result.
 int vorn_vek_copy_file2file(char *source, char *target)
 {
     int error;
@@ -126,7 +128,7 @@ int vorn_vek_copy_file2file_silent(char *source, char *target)
     return result;
 }
 
-// Naming a file converts "\" in what it is given.
+// The paths are copied: displaying a file by its name converts "\" to "/" in them.
 int copy_file_silently(const char *source, const char *target, int *error)
 {
     char from[VEK_PATH_SIZE];
@@ -151,11 +153,11 @@ int vorn_vek_copy_file2db(char *source, const char *database)
     file_path_init(&from, vorn_vek_nt2unix_path(source));
     const char *base = vorn_vek_input2base(from.text);
     const char *ext = vorn_vek_input2ext(from.text);
-    bool may_be_known = strlen(ext) < VEK_EXT_SIZE; // its version counts, too
+    bool may_be_known = strlen(ext) < VEK_EXT_SIZE; // including a version
     const char *directory = may_be_known ? vorn_vek_ext2path(ext, level) : vek_empty_text;
-    char target[VEK_TBL_PATH_SIZE + 2 * VEK_PATH_SIZE]; // the copy refuses what is too long
+    char target[VEK_TBL_PATH_SIZE + 2 * VEK_PATH_SIZE]; // the copy rejects what is too long
     text_join(target, {directory, "/", base, ".", ext});
-    return vorn_vek_copy_file2file(from.text, target);
+    return vorn_vek_copy_file2file(from.is_too_long ? from.given : from.text, target);
 }
 
 int vorn_vek_append_file2file(const char *source, const char *target)
@@ -163,7 +165,7 @@ int vorn_vek_append_file2file(const char *source, const char *target)
     source = text_or_empty(source);
     target = text_or_empty(target);
     if (platform_same_file(source, target))
-        return 1; // would never end
+        return 1; // the copy would never end
     FILE *in = platform_open_to_read(source);
     FILE *out = platform_open_to_write(target, "ab");
     if (in != nullptr && out != nullptr) {

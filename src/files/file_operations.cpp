@@ -15,13 +15,13 @@ int vorn_vek_delete_file(char *path)
     file_path file;
     file_path_init(&file, path);
     const char *name = display_name(&file, alias);
-    if (!platform_remove_file(file.text)) {
+    if (!file_path_is_usable(&file) || !platform_remove_file(file.text)) {
         report(REPORT_ERROR, caller, "Could not delete file '%s' : %s", name, strerror(errno));
         return 1;
     }
-    // Somebody may keep the file or bring it back; then there is no line.
+    // Another process may have created the file again.  Then no line is printed.
     if (vek_file_exists(file.text) == 0 && vek_file_verbose)
-        report(REPORT_PLAIN, caller, "File '%s' successfully deleted.", name);
+        print_line("File '%s' successfully deleted.", name);
     return 0;
 }
 
@@ -33,10 +33,10 @@ int vorn_vek_delete_file_silent(char *path)
     return result;
 }
 
-static int refuse_rename(const char *old_name, const char *new_name)
+static int report_rename_failure(const char *old_name, const char *new_name)
 {
     constexpr const char *caller = "vorn_vek_rename_file";
-    char reason[VEK_PATH_SIZE]; // the first line may reach code that asks for another
+    char reason[VEK_PATH_SIZE]; // a copy: printing the first line may change the system's string
     text_truncate(reason, sizeof reason, strerror(errno));
     report(REPORT_ERROR, caller, "Could not rename file '%s' to", old_name);
     report(REPORT_ERROR, caller, "                      '%s' : %s", new_name, reason);
@@ -45,7 +45,6 @@ static int refuse_rename(const char *old_name, const char *new_name)
 
 int vorn_vek_rename_file(char *old_path, char *new_path)
 {
-    constexpr const char *caller = "vorn_vek_rename_file";
     char old_alias[VEK_PATH_SIZE];
     char new_alias[VEK_PATH_SIZE];
     file_path from, to;
@@ -53,9 +52,10 @@ int vorn_vek_rename_file(char *old_path, char *new_path)
     file_path_init(&to, new_path);
     const char *old_name = display_name(&from, old_alias);
     const char *new_name = display_name(&to, new_alias);
-    if (!platform_rename(from.text, to.text))
-        return refuse_rename(old_name, new_name);
-    report(REPORT_PLAIN, caller, "File '%s' successfully renamed to", old_name);
-    report(REPORT_PLAIN, caller, "     '%s'.", new_name);
+    bool is_usable = file_path_is_usable(&from) && file_path_is_usable(&to);
+    if (!is_usable || !platform_rename(from.text, to.text))
+        return report_rename_failure(old_name, new_name);
+    print_line("File '%s' successfully renamed to", old_name);
+    print_line("     '%s'.", new_name);
     return 0;
 }

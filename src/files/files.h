@@ -1,4 +1,4 @@
-// What the sources of this folder share beside vek.h.
+// What the sources of this folder share besides vek.h.
 
 #pragma once
 
@@ -6,54 +6,56 @@
 
 #include <cstdio>
 
-// A path that a caller has given.  Operations work on the copy, because the
-// caller's text may lie in a buffer that naming a file overwrites.  The copy
-// has room for any path that a system opens.  A longer one becomes a name that is
-// too long for every system: cut, it could name another file.
+// A path from a caller.  Operations use the copy: the caller's string may be in a
+// buffer that is overwritten when a file is displayed by its name.  The copy has room
+// for any path that a system opens.
 struct file_path {
     char *given;
     char text[4096];
+    bool is_too_long; // for every system; `text` is empty
 };
 void file_path_init(file_path *path, char *given);
+// Whether the path can be used.  False, with ENAMETOOLONG in errno, if it is too long.
+bool file_path_is_usable(const file_path *path);
 
-// The name of a file for a message: its alias, in `alias`.  A path too long to
-// have one stands for itself.  Converts "\" in both texts of the path.
+// The name of a file for a message: its alias, in `alias`, or the given path if it is
+// too long to have one.  Converts "\" to "/" in both strings of the path.
 const char *display_name(file_path *path, char (&alias)[VEK_PATH_SIZE]);
 
 // files/copy.cpp.  While false, copying and deleting print no success lines.
 extern bool vek_file_verbose;
 
-// As vorn_vek_copy_file2file_silent, which does not notice a copy that is cut
-// short: *error becomes the errno value of that, or 0.
+// As vorn_vek_copy_file2file_silent, which ignores read and write errors: *error
+// becomes the errno value of the error, or 0.
 int copy_file_silently(const char *source, const char *target, int *error);
 
-// Copy the rest of an open file to another at once.  Returns 0 or the errno value
-// that cut the copy short.
+// Copy the rest of an open file to another, unbuffered.  Returns 0, or the errno value
+// of a read or write error.
 int copy_stream(FILE *source, FILE *target);
 
 // The reports of a copy.  The first two return 1.
-int report_copy_failure(const char *what, file_path *path); // for the reason in errno
+int report_copy_failure(const char *what, file_path *path); // with the reason in errno
 int report_same_file(file_path *target);
 void print_copied(file_path *source, file_path *target);
 
-// files/backup.cpp.  Make the path of a file that of its backup, whose name has
-// "q" for the last character.
+// files/backup.cpp.  Change the path of a file into the path of its backup: the last
+// character becomes "q".
 void to_backup_path(char *path);
-// As vek_backup_file.  *unread becomes the errno value with which the file did not
-// open, which is not reported, or 0.
+// As vek_backup_file.  If the file does not open, *unread becomes the errno value, and
+// nothing is reported.  Otherwise it becomes 0.
 int backup_file(char *path, int *unread);
 
-// files/overwrite.cpp.  Put a text over that of a file that can't be replaced by
-// another; the mode is "r+b" or "r+".  Meanwhile a copy of the old text is on the
-// disk, which is removed when the new text is there.  On failure the old text is
-// restored, and errno says why; where that fails too, *left becomes the path of the
-// copy, in a static buffer, else null.
+// files/overwrite.cpp.  Overwrite the contents of a file that can't be replaced by
+// another.  `mode` is "r+b" or "r+".  A safety copy of the old contents is on the disk
+// until the new contents are.  On failure the old contents are restored, and errno says
+// why.  If restoring fails too, *left becomes the path of the safety copy, in a static
+// buffer.  Otherwise it becomes null.
 bool overwrite_file(const char *path, const char *mode, const char *text, size_t length,
                     const char **left);
 
-// The copy that is left of an earlier overwriting of the file, where the process
-// was killed or could not restore the old text; null if there is none.  The second
-// is for who has the file locked: a copy of the very text that the file has is
+// The safety copy that an earlier overwriting of the file left, because the process was
+// killed or could not restore the file.  Null if there is none; else in a static buffer.
+const char *find_safety_copy(const char *path);
+// The same, for a caller that has locked the file: a copy that equals the file is
 // removed.
-const char *overwrite_kept_copy(const char *path);
-const char *overwrite_find_loss(const char *path);
+const char *find_needed_safety_copy(const char *path);

@@ -1,4 +1,4 @@
-// Putting a text over that of a file that has to stay the same file.
+// Overwriting the contents of a file that must remain the same file.
 
 #include "files/files.h"
 #include "platform/durable.h"
@@ -8,42 +8,42 @@
 #include <cerrno>
 #include <cstring>
 
-// The path of the copy of the old text: beside the file, or, where nothing can be
-// created there, in a directory of the system's.  Both are found again by who comes
-// after a killed process.
-static char kept_copy[4096];
+// The path of the safety copy of the old contents: in the directory of the file, or, if
+// nothing can be created there, in a directory of the system.  After a process was
+// killed, the next one finds the copy in either.
+static char safety_copy[4096];
 
-static bool name_copy(const char *path, bool is_beside)
+static bool set_copy_path(const char *path, bool in_same_dir)
 {
-    if (!is_beside)
-        return platform_lasting_copy_path(path, kept_copy, sizeof kept_copy);
+    if (!in_same_dir)
+        return platform_lasting_copy_path(path, safety_copy, sizeof safety_copy);
     errno = ENAMETOOLONG;
-    return text_join(kept_copy, {path, ".vek-previous"});
+    return text_join(safety_copy, {path, ".vek-previous"});
 }
 
-static bool copy_to(new_file *made, const char *path)
+static bool copy_and_sync_from(new_file *created, const char *path)
 {
     FILE *source = platform_open_to_read(path);
     if (source == nullptr)
         return false;
-    int error = copy_stream(source, made->stream);
+    int error = copy_stream(source, created->stream);
     fclose(source);
     errno = error;
-    return error == 0 && platform_finish(made);
+    return error == 0 && platform_sync_and_close(created);
 }
 
-static bool save_copy_at(const char *path, bool is_beside)
+static bool save_copy_at(const char *path, bool in_same_dir)
 {
-    new_file made;
-    if (!name_copy(path, is_beside) ||
-        !platform_create_beside(&made, kept_copy, NEW_FILE_PRIVATE, path, "wb"))
+    new_file created;
+    if (!set_copy_path(path, in_same_dir) ||
+        !platform_create_in_dir_of(&created, safety_copy, NEW_FILE_PRIVATE, path, "wb"))
         return false;
-    if (copy_to(&made, path) && platform_replace(&made, kept_copy)) {
-        if (platform_sync_dir_of(kept_copy))
+    if (copy_and_sync_from(&created, path) && platform_replace(&created, safety_copy)) {
+        if (platform_sync_dir_of(safety_copy))
             return true;
-        text_copy(made.path, kept_copy);
+        text_copy(created.path, safety_copy);
     }
-    platform_discard(&made);
+    platform_discard(&created);
     return false;
 }
 
@@ -52,52 +52,52 @@ static bool save_copy(const char *path)
     return save_copy_at(path, true) || (platform_must_overwrite() && save_copy_at(path, false));
 }
 
-// A copy that can't be removed, but has no text, keeps nobody from anything.
+// An empty copy counts as none, so one that can't be removed is truncated.
 static void remove_copy()
 {
     FILE *left =
-        platform_remove_file(kept_copy) ? nullptr : platform_open_to_write(kept_copy, "r+b");
+        platform_remove_file(safety_copy) ? nullptr : platform_open_to_write(safety_copy, "r+b");
     if (left == nullptr)
         return;
-    platform_cut(left);
+    platform_truncate(left);
     fclose(left);
 }
 
-// At no moment is the file empty.
-static bool put_text(FILE *file, const char *text, size_t length)
+// The file is never empty: it is truncated after the write.
+static bool write_contents(FILE *file, const char *text, size_t length)
 {
-    return platform_rewind(file) && platform_write(file, text, length) && platform_cut(file) &&
+    return platform_rewind(file) && platform_write(file, text, length) && platform_truncate(file) &&
            platform_sync(file);
 }
 
-static bool restore(FILE *file)
+static bool restore_copy(FILE *file)
 {
-    FILE *copy = platform_open_to_read(kept_copy);
+    FILE *copy = platform_open_to_read(safety_copy);
     bool is_done = copy != nullptr && platform_rewind(file) && copy_stream(copy, file) == 0 &&
-                   platform_cut(file) && platform_sync(file);
+                   platform_truncate(file) && platform_sync(file);
     if (copy != nullptr)
         fclose(copy);
     return is_done;
 }
 
-// A file without text, or a device, has nothing to lose.
+// An empty file or a device needs no safety copy.
 static bool overwrite_open(FILE *file, const char *path, const char *text, size_t length,
                            const char **left)
 {
     file_state old;
     if (!platform_file_state(path, &old))
         return false;
-    bool has_text = old.size > 0;
-    if (has_text && !save_copy(path))
+    bool has_contents = old.size > 0;
+    if (has_contents && !save_copy(path))
         return false;
-    bool is_done = put_text(file, text, length);
+    bool is_done = write_contents(file, text, length);
     int reason = errno;
-    if (has_text && (is_done || restore(file)))
+    if (has_contents && (is_done || restore_copy(file)))
         remove_copy();
-    else if (has_text)
-        *left = kept_copy;
-    if (!has_text && !is_done && platform_rewind(file))
-        platform_cut(file);
+    else if (has_contents)
+        *left = safety_copy;
+    if (!has_contents && !is_done && platform_rewind(file))
+        platform_truncate(file);
     errno = reason;
     return is_done;
 }
@@ -111,12 +111,12 @@ bool overwrite_file(const char *path, const char *mode, const char *text, size_t
         return false;
     bool is_done = overwrite_open(file, path, text, length, left);
     int reason = errno;
-    fclose(file); // what has been synced is safe
+    fclose(file); // the contents are synced already
     errno = reason;
     return is_done;
 }
 
-static bool has_same_text(const char *path, const char *other_path)
+static bool has_same_contents(const char *path, const char *other_path)
 {
     static char blocks[2][4096];
     FILE *file = platform_open_to_read(path), *other = platform_open_to_read(other_path);
@@ -133,19 +133,19 @@ static bool has_same_text(const char *path, const char *other_path)
     return is_same;
 }
 
-const char *overwrite_kept_copy(const char *path)
+const char *find_safety_copy(const char *path)
 {
-    for (bool is_beside : {true, false})
-        if (name_copy(path, is_beside) && platform_is_own_copy(kept_copy, path))
-            return kept_copy;
+    for (bool in_same_dir : {true, false})
+        if (set_copy_path(path, in_same_dir) && platform_is_own_copy(safety_copy, path))
+            return safety_copy;
     return nullptr;
 }
 
-const char *overwrite_find_loss(const char *path)
+const char *find_needed_safety_copy(const char *path)
 {
-    const char *copy = overwrite_kept_copy(path);
-    if (copy == nullptr || !has_same_text(path, copy))
+    const char *copy = find_safety_copy(path);
+    if (copy == nullptr || !has_same_contents(path, copy))
         return copy;
-    remove_copy(); // of a process that was killed before it wrote
+    remove_copy(); // left by a process that was killed before it wrote
     return nullptr;
 }

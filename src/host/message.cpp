@@ -10,8 +10,8 @@
 
 char vek_message_buf[VEK_PATH_SIZE];
 
-// The message settings that decide whether a line is shown, and the value of
-// the two integer ones that has it shown.
+// The two integer message settings that decide whether a line is shown, and the value
+// that shows it.
 constexpr int first_setting = 309;
 constexpr int second_setting = 310;
 constexpr int shown = 2;
@@ -26,6 +26,7 @@ static void set_setting(int id, int value)
     dbt_set_int(default_current_defaults(), id, value, 0);
 }
 
+// Print whatever the message settings are, and restore them.
 static void print_forced(const char *line)
 {
     int threshold = msg_get_gui_threshold();
@@ -82,13 +83,10 @@ static void dispatch(report_kind kind, const char *caller, const char *text)
     case REPORT_ABORT:
         vek_abort(caller, text);
         break;
-    case REPORT_PLAIN:
-        vc_str_print(text);
-        break;
     }
 }
 
-// Null if there is no memory for it.
+// Null if there is no memory for it.  The caller frees the string.
 static char *format_on_heap(int length, const char *format, va_list arguments)
 {
     size_t size = static_cast<size_t>(length) + 1;
@@ -98,10 +96,11 @@ static char *format_on_heap(int length, const char *format, va_list arguments)
     return text;
 }
 
-// Everything is formatted before the buffer changes, because the arguments may
-// lie in it.
-static void report_arguments(char *buffer, size_t size, report_kind kind, const char *caller,
-                             const char *format, va_list arguments)
+// Format in `buffer`, truncated to its size.  Returns the whole string on the heap, which
+// the caller frees, if it does not fit; null if it fits or there is no memory.
+// Everything is formatted before the buffer changes, because the arguments may point
+// into it.
+static char *format_in(char *buffer, size_t size, const char *format, va_list arguments)
 {
     char start[1024] = "";
     va_list again;
@@ -112,7 +111,21 @@ static void report_arguments(char *buffer, size_t size, report_kind kind, const 
         whole = format_on_heap(length, format, again);
     va_end(again);
     text_truncate(buffer, size, start);
+    return whole;
+}
+
+static void report_arguments(char *buffer, size_t size, report_kind kind, const char *caller,
+                             const char *format, va_list arguments)
+{
+    char *whole = format_in(buffer, size, format, arguments);
     dispatch(kind, caller, whole != nullptr ? whole : buffer);
+    free(whole);
+}
+
+static void print_arguments(char *buffer, size_t size, const char *format, va_list arguments)
+{
+    char *whole = format_in(buffer, size, format, arguments);
+    vc_str_print(whole != nullptr ? whole : buffer);
     free(whole);
 }
 
@@ -130,6 +143,22 @@ void report_in(char *buffer, size_t size, report_kind kind, const char *caller, 
     va_list arguments;
     va_start(arguments, format);
     report_arguments(buffer, size, kind, caller, format, arguments);
+    va_end(arguments);
+}
+
+void print_line(const char *format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    print_arguments(vek_message_buf, sizeof vek_message_buf, format, arguments);
+    va_end(arguments);
+}
+
+void print_line_in(char *buffer, size_t size, const char *format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    print_arguments(buffer, size, format, arguments);
     va_end(arguments);
 }
 

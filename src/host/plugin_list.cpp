@@ -20,8 +20,7 @@ int plugin_list_find(bool needs_model)
     return ac_lookup_by_name(model, ao_string, "plugin_list");
 }
 
-// What of the text counts: the names that end within the first 1023
-// characters.
+// The names that end within the first 1023 characters.
 static text_span whole_names(const char *text)
 {
     size_t length = strlen(text);
@@ -38,7 +37,7 @@ static text_span whole_names(const char *text)
 
 void plugin_list_fetch(int handle, char (&list)[plugin_list_size])
 {
-    // The host is not told the size, so it gets far more than it should use.
+    // The host does not know the size, so the buffer is far larger than any list.
     static char delivered[65536];
 
     delivered[0] = '\0';

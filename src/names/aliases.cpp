@@ -1,10 +1,10 @@
 // The four forms of a name, and how each is resolved to a path.
 
+#include "host/environment.h"
 #include "names/names.h"
 #include "records.h"
 #include "text/text.h"
 
-#include <cstdlib>
 #include <cstring>
 
 // Truncate a name to its database, which ends at the first `terminator`; *rest is
@@ -129,8 +129,7 @@ const char *vorn_vek_expand2full(char *text)
 {
     static char vek_expand_buf[VEK_PATH_SIZE];
     static bool vek_expand_on;
-    const char *wish = getenv("KLV_VEK_EXPAND_PATH");
-    if (wish != nullptr && strcmp(wish, "yes") == 0)
+    if (env_is("KLV_VEK_EXPAND_PATH", "yes"))
         vek_expand_on = true;
     if (!vek_expand_on)
         return text_or_empty(text);

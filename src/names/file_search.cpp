@@ -1,5 +1,6 @@
 // Finding the file of a name.  A file exists if it opens for reading.
 
+#include "host/environment.h"
 #include "host/message.h"
 #include "names/names.h"
 #include "records.h"
@@ -40,8 +41,7 @@ bool product_shared_name(char (&second)[VEK_PATH_SIZE], const char *name)
 
 static bool level_search_is_on()
 {
-    const char *wish = getenv("KLV_VEK_SEARCH");
-    return wish != nullptr && strcmp(wish, "yes") == 0;
+    return env_is("KLV_VEK_SEARCH", "yes");
 }
 
 // Returns the path of the file of a name, or the empty string.  The caller's strings

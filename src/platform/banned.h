@@ -1,15 +1,14 @@
-// Read in front of every source of the libraries (cmake/options.cmake): the
-// compiler refuses what writes without a bound, what may leave a text without
-// its end, what splits it in place, what has no answer for a bad number, and
-// names of temporary files that others can guess.  text.h and platform.h say
-// what to use.
+// Included before every source of the libraries (cmake/options.cmake).  The compiler
+// rejects functions that write without a bound, may leave a string unterminated, split a
+// string in place, do not report an invalid number, or choose predictable names for
+// temporary files.  text.h and platform.h name the replacements.
 
 #pragma once
 
-// No header may name these functions from here on.
+// Headers that declare these functions must be included before they are poisoned.
 #include <cstdio>
 #include <cstring>
-#include <stdlib.h> // and what it brings into the global namespace
+#include <stdlib.h> // and what it declares in the global namespace
 #ifdef VEK_NEEDS_WINDOWS_HEADERS
 #include <direct.h>
 #include <windows.h>

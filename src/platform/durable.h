@@ -1,5 +1,5 @@
-// Changing a file so that a kill, a power cut or a full disk leaves its old text
-// or its new one: locks, syncing, and replacing one file by another.  As in
+// Changing a file so that a kill, a power failure or a full disk leaves either its old
+// or its new contents: locks, syncing, and replacing one file with another.  As in
 // platform.h, true means success, and errno says why something failed.
 
 #pragma once
@@ -8,18 +8,18 @@
 #include <cstdint>
 #include <cstdio>
 
-// A clock that only goes forward, in milliseconds.
+// A monotonic clock, in milliseconds.
 int64_t platform_clock();
 
-// Lock a file against every process that locks it in this way, and wait for them
-// up to a time of that clock.  Returns -1 if the file does not open for appending
-// (ENOENT: there is none) or if the wait was in vain (ETIMEDOUT).  Where the file
-// system knows no locks, nothing is locked.
+// Lock a file against every process that locks it with this function.  Waits for them
+// until `deadline` on platform_clock.  Returns -1 if the file does not open for
+// appending (ENOENT if it does not exist) or the wait timed out (ETIMEDOUT).  If the
+// file system has no locks, the file is not locked, and the call succeeds.
 intptr_t platform_lock_file(const char *path, int64_t deadline);
 void platform_unlock(intptr_t lock);
 
-// Which file a path leads to and which text it has, as far as the system shows;
-// all zero for what is no regular file.
+// Identifies a file and the version of its contents, as far as the system tells.  All
+// zero if the path does not lead to a regular file.
 struct file_state {
     uint64_t device, number, size;
     int64_t changed[4]; // times
@@ -28,47 +28,47 @@ bool platform_file_state(const char *path, file_state *state);
 bool platform_stream_state(FILE *file, file_state *state);
 bool platform_same_state(const file_state *first, const file_state *second);
 
-// The file that a path leads to, symbolic links followed, also when it does not
-// exist.  False, also if that has no room.
+// The path with the symbolic links of its last component followed.  The file need not
+// exist.  False, also if the result does not fit.
 bool platform_follow_links(const char *path, char *to, size_t size);
 
-// A new file that is to take the place of another.  `path` is empty while there
-// is none; `stream` is null once it is closed.
+// A new file that is to replace another.  `path` is empty if there is none.  `stream`
+// is null once it is closed.
 struct new_file {
     FILE *stream;
-    char path[4096];
+    char path[4160]; // the longest path of a system, and a name of its own
 };
 
 enum new_file_kind {
-    NEW_FILE,         // with the mode of any new file
-    NEW_FILE_PRIVATE, // as private as another, and its owner's where that is allowed
-    NEW_FILE_EXACT    // in all that another has
+    NEW_FILE,         // with default permissions
+    NEW_FILE_PRIVATE, // readable by no more users than another; with its owner if possible
+    NEW_FILE_EXACT    // with all properties of another
 };
 
-// Create an empty file with a name of its own in the directory of `path`, and
-// open it for writing with fopen's mode "w" or "wb".  `like` is the other file
-// of `kind`.  NEW_FILE_EXACT fails with EPERM where replacing that would lose
-// its further names, owner, access list or attributes.
-bool platform_create_beside(new_file *made, const char *path, new_file_kind kind, const char *like,
-                            const char *mode);
-// Put the file, and its entry in the directory, on the disk, and close it.
-bool platform_finish(new_file *made);
-// Let the finished file take the place of `path` in one step.
-bool platform_replace(new_file *made, const char *path);
-// The same if there is no file there; else EEXIST.
-bool platform_place(new_file *made, const char *path);
-// Close and remove a file that has not taken its place.
-void platform_discard(new_file *made);
-// Whether errno says that the directory does not let a file be replaced that may
-// still be written to.
+// Create an empty file with a unique name in the directory of `path`.  Open it for
+// writing; `mode` is "w" or "wb", as in fopen.  `like` is the other file that `kind`
+// refers to.  NEW_FILE_EXACT fails with EPERM if replacing that file would lose its
+// other hard links, owner, access list or attributes.
+bool platform_create_in_dir_of(new_file *created, const char *path, new_file_kind kind,
+                               const char *like, const char *mode);
+// Sync the file and its directory, and close the file.
+bool platform_sync_and_close(new_file *created);
+// Replace `path` with the closed file, atomically.
+bool platform_replace(new_file *created, const char *path);
+// Rename the closed file to `path`.  Fails with EEXIST if that exists.
+bool platform_create_from(new_file *created, const char *path);
+// Close and remove a file that was not renamed.  Keeps errno.
+void platform_discard(new_file *created);
+// Whether errno says that the directory or the file system prevents replacing a file
+// that may still be writable.
 bool platform_must_overwrite();
 
-// Put the entries of the directory of a path on the disk.
+// Sync the directory of a path.
 bool platform_sync_dir_of(const char *path);
 
-// The name of a copy of a file in a directory for files that outlast a power cut,
-// the same for every process of the user's.  False, also if it has no room.
+// The path of a safety copy of a file, in a directory for files that survive a restart.
+// The same in every process of the user.  False, also if it does not fit.
 bool platform_lasting_copy_path(const char *path, char *to, size_t size);
-// Whether a copy of a file can be one that the user's processes have left: another
-// user may have put something of that name into a common directory.
+// Whether `copy` can be a safety copy of `path` that a process of the user left: in a
+// shared directory, another user may have created a file of that name.
 bool platform_is_own_copy(const char *copy, const char *path);

@@ -11,9 +11,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// Opening without blocking keeps a pipe without a writer from holding the
-// process.  *is_regular tells a regular file from a pipe or device.
-static int open_file(const char *path, bool *is_regular)
+// Open for reading, without blocking on a pipe without a writer.  A directory does not
+// open.  *is_regular becomes false for a pipe or device.
+static int open_nonblocking(const char *path, bool *is_regular)
 {
     int file = posix_open(path, O_RDONLY | O_NONBLOCK);
     if (file < 0)
@@ -30,8 +30,8 @@ static int open_file(const char *path, bool *is_regular)
     return -1;
 }
 
-// Whether a device gives bytes as long as it is read.  A terminal is read as far
-// as somebody types.
+// Whether a device never reaches an end of file.  A terminal does, when the user types
+// it.
 static bool is_endless_device(int file)
 {
     struct stat status;
@@ -44,11 +44,11 @@ static bool is_endless_device(int file)
 FILE *platform_open_to_read(const char *path)
 {
     bool is_regular = false;
-    int file = open_file(path, &is_regular);
+    int file = open_nonblocking(path, &is_regular);
     if (file < 0)
         return nullptr;
     if (!is_regular)
-        fcntl(file, F_SETFL, 0); // a pipe that has a writer is waited for
+        fcntl(file, F_SETFL, 0); // wait for data in a pipe that has a writer
     bool is_usable = is_regular || !is_endless_device(file);
     FILE *stream = is_usable ? fdopen(file, "r") : nullptr;
     if (stream == nullptr)
@@ -58,23 +58,24 @@ FILE *platform_open_to_read(const char *path)
     return stream;
 }
 
-FILE *platform_open_to_read_soon(const char *path)
+FILE *platform_open_to_read_retrying(const char *path)
 {
-    return platform_open_to_read(path); // nobody can keep a file from being opened
+    return platform_open_to_read(path); // no other process can block an open
 }
 
 bool platform_is_readable_file(const char *path)
 {
     bool is_regular = false;
-    int file = open_file(path, &is_regular);
+    int file = open_nonblocking(path, &is_regular);
     if (file < 0)
         return false;
     close(file);
     return true;
 }
 
-// Something of that name that can't be removed may be another user's.
-static bool can_create_but_for(const char *path, const char *dir)
+// For something that exists and can't be removed, such as another user's file.  Whether
+// it can be written, or else whether the directory allows creating files.
+static bool can_write_existing(const char *path, const char *dir)
 {
     struct stat status;
     int file =
@@ -89,15 +90,15 @@ static bool can_create_but_for(const char *path, const char *dir)
            posix_retry([&] { return faccessat(AT_FDCWD, dir, W_OK | X_OK, AT_EACCESS); }) == 0;
 }
 
-// A file of that name is removed, and another created: nobody's text is emptied and
-// no link followed, as anybody may put one into a common directory.
+// What has the name is removed, not opened: a link of that name, which any user can put
+// into a shared directory, is not followed, and no file is emptied.
 bool platform_can_create(const char *dir, const char *name)
 {
-    constexpr int most_tries = 1000; // others may probe at the same time
+    constexpr int max_retries = 1000; // other processes may check at the same time
     char path[PATH_MAX];
     if (!text_join(path, {dir, "/", name}))
         return false;
-    for (int tries = 0; tries < most_tries; ++tries) {
+    for (int retries = 0;; ++retries) {
         int file = posix_open(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
         if (file >= 0) {
             close(file);
@@ -106,13 +107,12 @@ bool platform_can_create(const char *dir, const char *name)
         }
         if (errno != EEXIST)
             return false;
-        if (!platform_remove_file(path) && errno != ENOENT)
-            return can_create_but_for(path, dir);
+        if ((!platform_remove_file(path) && errno != ENOENT) || retries == max_retries)
+            return can_write_existing(path, dir);
     }
-    return false; // not reached: nobody is that quick
 }
 
-// The file is emptied when nothing can fail any more.
+// The file is emptied last, when nothing else can fail.
 FILE *platform_open_to_write(const char *path, const char *mode)
 {
     bool appends = *mode == 'a', empties = *mode == 'w', has_text = false;
@@ -123,7 +123,7 @@ FILE *platform_open_to_write(const char *path, const char *mode)
     FILE *stream = fcntl(file, F_SETFL, flags) == 0 ? fdopen(file, appends ? "a" : "w") : nullptr;
     if (stream == nullptr)
         close(file);
-    if (stream == nullptr || !empties || !has_text || platform_cut(stream))
+    if (stream == nullptr || !empties || !has_text || platform_truncate(stream))
         return stream;
     int reason = errno;
     fclose(stream);
@@ -148,8 +148,8 @@ bool platform_rewind(FILE *file)
     return lseek(fileno(file), 0, SEEK_SET) == 0 || errno == ESPIPE;
 }
 
-// A device has no length.
-bool platform_cut(FILE *file)
+// Only regular files have a length.
+bool platform_truncate(FILE *file)
 {
     struct stat status;
     const int number = fileno(file);
@@ -168,55 +168,56 @@ bool platform_sync(FILE *file)
 
 bool platform_long_path(const char *, char *, size_t)
 {
-    return false; // no system of this family shortens names
+    return false; // POSIX has no short names
 }
 
-static char temporary_dir[PATH_MAX]; // empty: none could be made
-static pid_t temporary_dir_owner;
+static char temp_dir[PATH_MAX]; // empty if it could not be created
+static pid_t temp_dir_owner;
 
-static void remove_temporary_dir()
+static void remove_temp_dir()
 {
-    if (getpid() == temporary_dir_owner) // a child that ends leaves it alone
-        rmdir(temporary_dir);            // does nothing while a file is in it
+    if (getpid() == temp_dir_owner) // not in a child process
+        rmdir(temp_dir);            // fails if it is not empty
 }
 
-static bool make_temporary_dir(const char *parent)
+static bool create_temp_dir(const char *parent)
 {
-    int length = snprintf(temporary_dir, sizeof temporary_dir, "%s/vek-XXXXXX", parent);
-    if (length > 0 && static_cast<size_t>(length) < sizeof temporary_dir &&
-        mkdtemp(temporary_dir) != nullptr) {
-        if (temporary_dir_owner == 0) // else the removal was inherited
-            atexit(remove_temporary_dir);
-        temporary_dir_owner = getpid();
+    int length = snprintf(temp_dir, sizeof temp_dir, "%s/vek-XXXXXX", parent);
+    if (length > 0 && static_cast<size_t>(length) < sizeof temp_dir &&
+        mkdtemp(temp_dir) != nullptr) {
+        if (temp_dir_owner == 0) // otherwise the handler is inherited
+            atexit(remove_temp_dir);
+        temp_dir_owner = getpid();
         return true;
     }
-    temporary_dir[0] = '\0';
+    temp_dir[0] = '\0';
     return false;
 }
 
-// A long session may see its directory cleaned away.
-static bool temporary_dir_is_there()
+// Whether the directory of this process exists.  Creates it again if a cleaner of the
+// system removed it.
+static bool temp_dir_exists()
 {
     struct stat status;
-    if (temporary_dir_owner != getpid() || temporary_dir[0] == '\0')
+    if (temp_dir_owner != getpid() || temp_dir[0] == '\0')
         return false;
-    return posix_retry([&] { return mkdir(temporary_dir, 0700); }) == 0 ||
-           (posix_retry([&] { return lstat(temporary_dir, &status); }) == 0 &&
-            S_ISDIR(status.st_mode) && status.st_uid == geteuid());
+    return posix_retry([&] { return mkdir(temp_dir, 0700); }) == 0 ||
+           (posix_retry([&] { return lstat(temp_dir, &status); }) == 0 && S_ISDIR(status.st_mode) &&
+            status.st_uid == geteuid());
 }
 
-// A relative TMPDIR would lead elsewhere after a change of directory, and "\"
-// is turned in all paths.
-bool platform_temporary_dir(char *to, size_t size)
+// TMPDIR is used if it is absolute and contains no "\": a relative path would lead
+// elsewhere after a change of directory, and "\" is converted to "/" in all paths.
+bool platform_temp_dir(char *to, size_t size)
 {
-    constexpr size_t longest_rest = 40; // the directory's own name, and that of a file in it
+    constexpr size_t longest_rest = 40; // of a path: the name of the directory, and of a file in it
     const char *parent = getenv("TMPDIR");
-    bool is_good = parent != nullptr && parent[0] == '/' && strchr(parent, '\\') == nullptr &&
-                   strlen(parent) + longest_rest < size;
-    bool is_made = temporary_dir_is_there() || (is_good && make_temporary_dir(parent)) ||
-                   make_temporary_dir("/tmp");
-    int length = snprintf(to, size, "%s/", temporary_dir);
-    return is_made && length >= 0 && static_cast<size_t>(length) < size;
+    bool is_usable = parent != nullptr && parent[0] == '/' && strchr(parent, '\\') == nullptr &&
+                     strlen(parent) + longest_rest < size;
+    bool exists =
+        temp_dir_exists() || (is_usable && create_temp_dir(parent)) || create_temp_dir("/tmp");
+    int length = snprintf(to, size, "%s/", temp_dir);
+    return exists && length >= 0 && static_cast<size_t>(length) < size;
 }
 
 intptr_t platform_lock_temp_dir()
@@ -241,8 +242,8 @@ bool platform_remove_file(const char *path)
     return posix_retry([&] { return unlink(path); }) == 0;
 }
 
-// The file itself in other letters, on a file system that folds case.
-static bool differ_in_case_alone(const char *old_path, const char *new_path)
+// Whether both paths lead to one file because the file system ignores case.
+static bool differ_only_in_case(const char *old_path, const char *new_path)
 {
     struct stat one, other;
     return strcasecmp(old_path, new_path) == 0 && strcmp(old_path, new_path) != 0 &&
@@ -252,15 +253,15 @@ static bool differ_in_case_alone(const char *old_path, const char *new_path)
 
 bool platform_rename(const char *old_path, const char *new_path)
 {
-    if (differ_in_case_alone(old_path, new_path))
-        return rename(old_path, new_path) == 0; // not reached: no file system of ours folds case
+    if (differ_only_in_case(old_path, new_path))
+        return rename(old_path, new_path) == 0; // not reached: no file system here ignores case
 #ifdef RENAME_NOREPLACE
     if (posix_retry([&] {
             return renameat2(AT_FDCWD, old_path, AT_FDCWD, new_path, RENAME_NOREPLACE);
         }) == 0)
         return true;
     if (errno != EINVAL && errno != ENOSYS)
-        return false; // else this file system does not know how
+        return false; // otherwise the file system does not support it
 #endif
     if (posix_retry([&] { return link(old_path, new_path); }) == 0)
         return platform_remove_file(old_path);

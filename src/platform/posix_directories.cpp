@@ -14,19 +14,19 @@ bool platform_current_dir(char *to, size_t size)
     return getcwd(to, size) != nullptr;
 }
 
-// The last "." can be looked up only in a directory, and only by those who may
-// enter it.
-static bool can_enter_in(int dir, const char *path)
+// Looking up "." in a path succeeds only if the path is a directory with search
+// permission.
+static bool dir_at_is_accessible(int dir, const char *path)
 {
-    char itself[PATH_MAX];
+    char dot_path[PATH_MAX];
     struct stat status;
-    return *path != '\0' && text_join(itself, {path, "/."}) &&
-           posix_retry([&] { return fstatat(dir, itself, &status, 0); }) == 0;
+    return *path != '\0' && text_join(dot_path, {path, "/."}) &&
+           posix_retry([&] { return fstatat(dir, dot_path, &status, 0); }) == 0;
 }
 
 bool platform_dir_is_accessible(const char *path)
 {
-    return can_enter_in(AT_FDCWD, path);
+    return dir_at_is_accessible(AT_FDCWD, path);
 }
 
 bool platform_make_dir(const char *path)
@@ -52,7 +52,7 @@ static DIR *stream_of(open_dir *dir)
     return reinterpret_cast<DIR *>(dir);
 }
 
-// A name that has no room is none that is looked for.
+// A name that does not fit becomes the empty string, which no caller looks for.
 bool platform_read_dir(open_dir *dir, char *name, size_t size)
 {
     errno = 0;
@@ -64,7 +64,7 @@ bool platform_read_dir(open_dir *dir, char *name, size_t size)
 
 bool platform_dir_in_is_accessible(open_dir *dir, const char *path)
 {
-    return can_enter_in(dirfd(stream_of(dir)), path);
+    return dir_at_is_accessible(dirfd(stream_of(dir)), path);
 }
 
 bool platform_make_dir_in(open_dir *dir, const char *path)

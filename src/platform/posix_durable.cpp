@@ -25,28 +25,28 @@ int64_t platform_clock()
     return static_cast<int64_t>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
 }
 
-static void rest_for(long duration)
+static void sleep_ms(long duration)
 {
     timespec pause = {0, duration * 1000000};
     nanosleep(&pause, nullptr);
 }
 
-// This kind of lock belongs to the open file, so that it outlives the closing
-// of the same file by other ways.  Only another's lock is waited for: a system
-// that knows none, or has no more of them, gives another reason.
-static bool lock(int file, int64_t deadline)
+// flock ties the lock to the open file description: closing another descriptor of the
+// same file does not release it.  Waits only for another's lock.  True also if the
+// file system has no locks or ran out of them.
+static bool lock_or_time_out(int file, int64_t deadline)
 {
     for (long pause = 1; flock(file, LOCK_EX | LOCK_NB) != 0; pause = pause < 32 ? 2 * pause : 50) {
         if (errno != EWOULDBLOCK && errno != EINTR)
             return true;
         if (platform_clock() >= deadline)
             return false;
-        rest_for(pause);
+        sleep_ms(pause);
     }
     return true;
 }
 
-// Whether the path leads elsewhere now than to the open file.
+// Whether the path no longer leads to the open file.
 static bool was_replaced(const char *path, int file)
 {
     struct stat one, other;
@@ -63,7 +63,7 @@ intptr_t platform_lock_file(const char *path, int64_t deadline)
         int file = posix_open_to_write(path, O_APPEND, &has_text);
         if (file < 0)
             return -1;
-        if (!lock(file, deadline)) {
+        if (!lock_or_time_out(file, deadline)) {
             close(file);
             errno = ETIMEDOUT;
             return -1;
@@ -74,7 +74,8 @@ intptr_t platform_lock_file(const char *path, int64_t deadline)
     }
 }
 
-// A child that another thread has forked meanwhile would hold on to the lock.
+// Unlocks explicitly: a child that another thread forked has the same open file
+// description, and closing the descriptor here alone would not release the lock.
 void platform_unlock(intptr_t lock)
 {
     int file = static_cast<int>(lock);
@@ -82,9 +83,9 @@ void platform_unlock(intptr_t lock)
     close(file);
 }
 
-// ---- What a path leads to ----
+// ---- File identity ----
 
-// A device has no text, and others write to it.
+// A device has no contents of its own, and other programs write to it.
 static file_state state_of(const struct stat &status)
 {
     if (!S_ISREG(status.st_mode))
@@ -117,36 +118,34 @@ bool platform_same_state(const file_state *first, const file_state *second)
     return memcmp(first, second, sizeof *first) == 0;
 }
 
-// The length of the directory part of a path, with its "/".
+// The length of the directory part of a path, with its "/"; 0 if it has none.
 static int dir_length(const char *path)
 {
     const char *last = strrchr(path, '/');
     return last == nullptr ? 0 : static_cast<int>(last - path) + 1;
 }
 
-// A link to a relative path starts at the link's own directory.
+// A relative link is relative to the directory of the link.
 bool platform_follow_links(const char *path, char *to, size_t size)
 {
     char target[PATH_MAX];
-    if (!text_copy(to, size, path))
-        return false;                       // not reached: other paths are shorter
-    for (int left = 40; left > 0; --left) { // as many as the system follows
+    bool fits = text_copy(to, size, path);
+    for (int left = 40; fits && left > 0; --left) { // as many as the system follows
         ssize_t length = posix_retry([&] { return readlink(to, target, sizeof target - 1); });
         if (length < 0)
-            return errno == EINVAL || errno == ENOENT; // no link, or nothing
+            return errno == EINVAL || errno == ENOENT; // not a link, or does not exist
         target[length] = '\0';
         to[target[0] == '/' ? 0 : dir_length(to)] = '\0';
-        if (!text_append(to, size, target))
-            return false; // not reached: the file has opened
+        fits = text_append(to, size, target);
     }
-    errno = ELOOP; // not reached: the file has opened
-    return false;  // not reached: nor is this
+    errno = fits ? ELOOP : ENAMETOOLONG; // not reached: the file has opened
+    return false;                        // not reached: the same
 }
 
 // ---- New files ----
 
-// Whether a file has an access list or attributes of its user's, which stay
-// with the file when another takes its place, or can't be asked for them.
+// Whether a file has an access list or user attributes, which would be lost when
+// another file replaces it.  True also if they can't be read.
 static bool has_attributes(const char *path)
 {
 #ifdef __linux__
@@ -162,26 +161,23 @@ static bool has_attributes(const char *path)
     return false;
 }
 
-// Numbers tell apart the files of threads, and those that killed processes have
-// left from ours.
-static int create_unique(new_file *made, const char *path, mode_t mode)
+// The number distinguishes files of threads, and files that killed processes left.  A
+// name that is too long is rejected by the system, so it must not be truncated.
+static int create_unique(new_file *created, const char *path, mode_t mode)
 {
     int file = -1;
     errno = EEXIST;
     for (int number = 0; file < 0 && errno == EEXIST && number < 1000; ++number) {
-        int length = snprintf(made->path, sizeof made->path, "%.*s.vek-%ld-%d", dir_length(path),
-                              path, static_cast<long>(getpid()), number);
-        if (length >= static_cast<int>(sizeof made->path))
-            errno = ENAMETOOLONG; // not reached: paths that open are shorter
-        else
-            file = posix_open(made->path, O_WRONLY | O_CREAT | O_EXCL, mode);
+        snprintf(created->path, sizeof created->path, "%.*s.vek-%ld-%d", dir_length(path), path,
+                 static_cast<long>(getpid()), number);
+        file = posix_open(created->path, O_WRONLY | O_CREAT | O_EXCL, mode);
     }
     if (file < 0)
-        made->path[0] = '\0';
+        created->path[0] = '\0';
     return file;
 }
 
-// A list that the directory gives to new files lets others in.
+// A default access list of the directory would give other users access.
 static bool remove_access_list(int file)
 {
 #ifdef __linux__
@@ -202,7 +198,8 @@ static bool set_mode(int file, mode_t mode)
     return posix_retry([&] { return fchmod(file, mode); }) == 0;
 }
 
-// With another group nobody has rights that he did not have as one of all others.
+// The permissions of a private copy.  Without the group of the original, the group and
+// others get only what both had.  With an access list, only the owner has access.
 static mode_t private_mode(mode_t mode, bool has_group, bool has_list)
 {
     if (has_list)
@@ -212,7 +209,7 @@ static mode_t private_mode(mode_t mode, bool has_group, bool has_list)
     return (mode & 0777) | S_IWUSR;
 }
 
-// Whether the file has the mode and owner now that its kind asks for.
+// Set the owner and mode that the kind requires.
 static bool set_owner_and_mode(int file, new_file_kind kind, const struct stat *like, bool has_list)
 {
     struct stat own;
@@ -223,7 +220,8 @@ static bool set_owner_and_mode(int file, new_file_kind kind, const struct stat *
         (own.st_uid == like->st_uid && has_group) || set_owner(file, like->st_uid, like->st_gid);
     if (kind == NEW_FILE_PRIVATE) {
         has_group = has_owner || has_group || set_owner(file, own.st_uid, like->st_gid);
-        set_mode(file, private_mode(like->st_mode, has_group, has_list)); // else it is more private
+        // If this fails, the file remains more private.
+        set_mode(file, private_mode(like->st_mode, has_group, has_list));
         return true;
     }
     if (has_owner && set_mode(file, like->st_mode & 07777))
@@ -232,70 +230,70 @@ static bool set_owner_and_mode(int file, new_file_kind kind, const struct stat *
     return false;
 }
 
-bool platform_create_beside(new_file *made, const char *path, new_file_kind kind, const char *like,
-                            const char *)
+bool platform_create_in_dir_of(new_file *created, const char *path, new_file_kind kind,
+                               const char *like, const char *)
 {
     struct stat status = {};
-    *made->path = '\0';
-    made->stream = nullptr;
+    *created->path = '\0';
+    created->stream = nullptr;
     if (kind != NEW_FILE && posix_retry([&] { return stat(like, &status); }) != 0)
         return false;
     bool has_list = kind != NEW_FILE && has_attributes(like);
-    bool is_one_of_many = !S_ISREG(status.st_mode) || status.st_nlink > 1 || has_list;
-    if (kind == NEW_FILE_EXACT && is_one_of_many) {
+    bool cannot_be_copied = !S_ISREG(status.st_mode) || status.st_nlink > 1 || has_list;
+    if (kind == NEW_FILE_EXACT && cannot_be_copied) {
         errno = EPERM;
         return false;
     }
-    int file = create_unique(made, path, kind == NEW_FILE ? 0666 : 0600);
+    int file = create_unique(created, path, kind == NEW_FILE ? 0666 : 0600);
     if (file < 0)
         return false;
     if (kind == NEW_FILE || set_owner_and_mode(file, kind, &status, has_list))
-        made->stream = fdopen(file, "w");
-    if (made->stream == nullptr) {
+        created->stream = fdopen(file, "w");
+    if (created->stream == nullptr) {
         int reason = errno;
         close(file);
-        platform_discard(made);
+        platform_discard(created);
         errno = reason;
     }
-    return made->stream != nullptr;
+    return created->stream != nullptr;
 }
 
-// What has been synced is safe whatever becomes of the closing.
-bool platform_finish(new_file *made)
+// A failure to close does not matter after a sync.
+bool platform_sync_and_close(new_file *created)
 {
-    if (!platform_sync(made->stream))
+    if (!platform_sync(created->stream))
         return false;
-    FILE *stream = made->stream;
-    made->stream = nullptr;
+    FILE *stream = created->stream;
+    created->stream = nullptr;
     fclose(stream);
-    return platform_sync_dir_of(made->path);
+    return platform_sync_dir_of(created->path);
 }
 
-bool platform_replace(new_file *made, const char *path)
+bool platform_replace(new_file *created, const char *path)
 {
-    if (posix_retry([&] { return rename(made->path, path); }) != 0)
+    if (posix_retry([&] { return rename(created->path, path); }) != 0)
         return false;
-    *made->path = '\0';
+    *created->path = '\0';
     return true;
 }
 
-bool platform_place(new_file *made, const char *path)
+bool platform_create_from(new_file *created, const char *path)
 {
-    if (!platform_rename(made->path, path))
+    if (!platform_rename(created->path, path))
         return false;
-    *made->path = '\0';
+    *created->path = '\0';
     return true;
 }
 
-void platform_discard(new_file *made)
+void platform_discard(new_file *created)
 {
     int reason = errno;
-    if (made->stream != nullptr)
-        fclose(made->stream);
-    if (*made->path != '\0')
-        platform_remove_file(made->path);
-    made->stream = nullptr;
-    *made->path = '\0';
+    if (created->stream != nullptr)
+        fclose(created->stream);
+    if (*created->path != '\0')
+        platform_remove_file(created->path);
+    created->stream = nullptr;
+    *created->path = '\0';
     errno = reason;
 }
 
@@ -305,7 +303,7 @@ bool platform_must_overwrite()
            errno == EXDEV || errno == ENAMETOOLONG;
 }
 
-// A directory that may not be listed can't be opened for this.
+// A directory without read permission can't be opened, and is not synced.
 bool platform_sync_dir_of(const char *path)
 {
     char dir[PATH_MAX];
@@ -321,7 +319,7 @@ bool platform_sync_dir_of(const char *path)
     return is_done;
 }
 
-// The device and the number stay while a file is written over.
+// The device and inode numbers remain the same while a file is overwritten.
 bool platform_lasting_copy_path(const char *path, char *to, size_t size)
 {
     struct stat status;

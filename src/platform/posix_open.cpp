@@ -11,6 +11,8 @@ static bool is_regular(const char *path)
     return posix_retry([&] { return stat(path, &status); }) == 0 && S_ISREG(status.st_mode);
 }
 
+// Waits if a lease of a file server keeps a regular file from being opened without
+// blocking.
 static int open_retrying(const char *path, int flags, mode_t mode)
 {
     for (;;) {
@@ -25,39 +27,40 @@ static int open_retrying(const char *path, int flags, mode_t mode)
     }
 }
 
-// One call, which waits for nothing.
+// One call, which never blocks.
 static bool standard_descriptors_are_open()
 {
     pollfd streams[] = {{STDIN_FILENO, 0, 0}, {STDOUT_FILENO, 0, 0}, {STDERR_FILENO, 0, 0}};
     return poll(streams, 3, 0) == 0;
 }
 
-// Take the free descriptors up to that of standard error, so that no file gets them.
-// Returns how many: they are the first of `taken`.
-static int take_standard_descriptors(int (&taken)[STDERR_FILENO + 1])
+// Open the free descriptors up to that of standard error, so that no file gets them.
+// Returns how many; the first entries of `reserved` hold them.
+static int reserve_standard_descriptors(int (&reserved)[STDERR_FILENO + 1])
 {
     int count = 0;
     if (standard_descriptors_are_open())
         return 0;
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
         if (fcntl(stream, F_GETFD) < 0)
-            taken[count++] = open("/dev/null", O_RDWR | O_CLOEXEC);
+            reserved[count++] = open("/dev/null", O_RDWR | O_CLOEXEC);
     return count;
 }
 
 static int open_above_standard(const char *path, int flags, mode_t mode)
 {
-    int taken[STDERR_FILENO + 1];
-    int count = take_standard_descriptors(taken);
+    int reserved[STDERR_FILENO + 1];
+    int count = reserve_standard_descriptors(reserved);
     int file = open_retrying(path, flags, mode);
     int reason = errno;
     while (count > 0)
-        close(taken[--count]);
+        close(reserved[--count]);
     errno = reason;
     return file;
 }
 
-// Nobody prints to a descriptor that is open for reading.
+// For reading, the descriptor of a standard stream is harmless for a moment: nothing can
+// be printed to it.
 int posix_open(const char *path, int flags, mode_t mode)
 {
     flags |= O_CLOEXEC;
@@ -70,7 +73,7 @@ int posix_open(const char *path, int flags, mode_t mode)
     return open_above_standard(path, flags, mode);
 }
 
-// Opening without blocking keeps a pipe without a reader from holding the process.
+// Opened without blocking, so that a pipe without a reader does not block the process.
 int posix_open_to_write(const char *path, int flags, bool *has_text)
 {
     int file = posix_open(path, O_WRONLY | O_NONBLOCK | flags, 0666);
@@ -82,7 +85,7 @@ int posix_open_to_write(const char *path, int flags, bool *has_text)
         *has_text = S_ISREG(status.st_mode) && status.st_size > 0;
         return file;
     }
-    int reason = is_known ? ENXIO : errno; // what a pipe without a reader gives
+    int reason = is_known ? ENXIO : errno; // as for a pipe without a reader
     close(file);
     errno = reason;
     return -1;

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <sys/types.h>
 
-// The result of a system call that is made again when a signal interrupts it.
+// The result of a system call, which is repeated while a signal interrupts it.
 template <typename Call> auto posix_retry(const Call &call)
 {
     auto result = call();
@@ -14,13 +14,13 @@ template <typename Call> auto posix_retry(const Call &call)
     return result;
 }
 
-// As open, in spite of signals, and closed in programs that the process becomes.
-// A descriptor of a closed standard stream is not used: what is printed there
-// later would go into the file.  A lease of a file server that keeps a regular
-// file from being opened without blocking is waited for.
+// As open, repeated while a signal interrupts it; with O_CLOEXEC.  Never returns the
+// descriptor of a closed standard stream: later output to that stream would go into
+// the file.  With O_NONBLOCK, waits if a lease of a file server blocks a regular file.
 int posix_open(const char *path, int flags, mode_t mode = 0);
-// The same for writing.  A pipe does not open (ENXIO).
+// The same for writing.  A pipe does not open (ENXIO).  *has_text becomes whether it
+// is a regular file that is not empty.
 int posix_open_to_write(const char *path, int flags, bool *has_text);
 
-// As fsync, in spite of signals; true also where there is nothing to sync.
+// As fsync, repeated while a signal interrupts it.  True if there is nothing to sync, as on a pipe.
 bool posix_sync(int file);

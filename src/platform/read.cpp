@@ -1,4 +1,4 @@
-// Reading that a signal of the host's interrupts goes on.
+// Reading that continues when a signal interrupts it.
 
 #include "platform/platform.h"
 

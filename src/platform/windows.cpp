@@ -26,9 +26,9 @@ FILE *platform_open_to_read(const char *path)
     return open_stream(path, _O_RDONLY, "rb");
 }
 
-FILE *platform_open_to_read_soon(const char *path)
+FILE *platform_open_to_read_retrying(const char *path)
 {
-    int file = windows_open_soon(path, _O_RDONLY | _O_BINARY);
+    int file = windows_open_retrying(path, _O_RDONLY | _O_BINARY);
     return file < 0 ? nullptr : _fdopen(file, "rb");
 }
 
@@ -59,14 +59,14 @@ static bool is_on_disk(int file)
     return GetFileType(reinterpret_cast<HANDLE>(_get_osfhandle(file))) == FILE_TYPE_DISK;
 }
 
-// The file is emptied when nothing can fail any more, which also serves hidden
-// files: creating one anew is refused.
+// The file is emptied last, when nothing else can fail.  This also works for a hidden
+// file, which can't be created again.
 FILE *platform_open_to_write(const char *path, const char *mode)
 {
     bool appends = *mode == 'a', empties = *mode == 'w';
     int flags = (appends ? _O_APPEND : 0) | (appends || empties ? _O_CREAT : 0);
     FILE *stream = open_stream(path, _O_WRONLY | flags, mode);
-    if (stream == nullptr || !empties || platform_cut(stream))
+    if (stream == nullptr || !empties || platform_truncate(stream))
         return stream;
     fclose(stream);
     errno = EACCES;
@@ -84,7 +84,7 @@ bool platform_rewind(FILE *file)
     return true;
 }
 
-bool platform_cut(FILE *file)
+bool platform_truncate(FILE *file)
 {
     const int number = _fileno(file);
     return !is_on_disk(number) || _chsize_s(number, _telli64(number)) == 0;
@@ -100,7 +100,8 @@ bool platform_sync(FILE *file)
     return fflush(file) == 0 && sync_to_disk(_fileno(file));
 }
 
-static void turn_separators(char *path)
+// Convert "\" to "/".
+static void convert_separators(char *path)
 {
     for (; *path != '\0'; ++path)
         if (*path == '\\')
@@ -112,41 +113,41 @@ bool platform_long_path(const char *path, char *to, size_t size)
     DWORD length = GetLongPathNameA(path, to, static_cast<DWORD>(size));
     if (length == 0 || length >= size)
         return false;
-    turn_separators(to);
+    convert_separators(to);
     return true;
 }
 
-// The directory of a name that the system proposes; the name itself is thrown
-// away.  A relative one would lead elsewhere after a change of directory.
-static bool find_temporary_dir(char (&to)[MAX_PATH])
+// The directory of a name that the system proposes.  The path is made absolute: a relative
+// one would lead elsewhere after a change of directory.
+static bool find_temp_dir(char (&to)[MAX_PATH])
 {
     char *name = _tempnam("c:/temp", "");
     bool is_found = name != nullptr && _fullpath(to, name, sizeof to) != nullptr;
     free(name);
     if (!is_found)
         return false;
-    turn_separators(to);
+    convert_separators(to);
     char *last = strrchr(to, '/');
     if (last != nullptr)
         last[1] = '\0';
     return last != nullptr;
 }
 
-// The same at every call, whatever becomes of the variables that the system
-// goes by.  One that was cleaned away is made again.
-bool platform_temporary_dir(char *to, size_t size)
+// The same at every call, even if the environment variables that the system uses change.
+// Creates the directory again if it was removed.
+bool platform_temp_dir(char *to, size_t size)
 {
-    static char temporary_dir[MAX_PATH];
-    if (temporary_dir[0] == '\0' && !find_temporary_dir(temporary_dir))
-        temporary_dir[0] = '\0';
-    if (temporary_dir[0] != '\0' && GetFileAttributesA(temporary_dir) == INVALID_FILE_ATTRIBUTES)
-        _mkdir(temporary_dir);
-    int length = snprintf(to, size, "%s", temporary_dir);
+    static char temp_dir[MAX_PATH];
+    if (temp_dir[0] == '\0' && !find_temp_dir(temp_dir))
+        temp_dir[0] = '\0';
+    if (temp_dir[0] != '\0' && GetFileAttributesA(temp_dir) == INVALID_FILE_ATTRIBUTES)
+        _mkdir(temp_dir);
+    int length = snprintf(to, size, "%s", temp_dir);
     return length > 0 && static_cast<size_t>(length) < size;
 }
 
-// All processes of a user have one directory here, as far as their variables say
-// so.  Where the mutex can't be had, nothing is locked.
+// The processes of a user share one directory here if their environments are the same.
+// If the mutex can't be created, nothing is locked.
 intptr_t platform_lock_temp_dir()
 {
     char name[MAX_PATH];
@@ -174,7 +175,8 @@ static void close_if_open(HANDLE file)
         CloseHandle(file);
 }
 
-// An identity lasts while the file is open.  A file system that has none gives 0.
+// Both files are open while they are identified: an identity is valid only so long.  A
+// file system without identities reports 0.
 bool platform_same_file(const char *first, const char *second)
 {
     BY_HANDLE_FILE_INFORMATION one, other;
@@ -187,7 +189,7 @@ bool platform_same_file(const char *first, const char *second)
            one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
 }
 
-// The C runtime's own operations leave directories and existing targets alone.
+// remove and rename of the C runtime leave directories and existing targets alone.
 bool platform_remove_file(const char *path)
 {
     return remove(path) == 0;

@@ -12,7 +12,7 @@ bool platform_current_dir(char *to, size_t size)
     return size <= INT_MAX && _getcwd(to, static_cast<int>(size)) != nullptr;
 }
 
-// A drive alone would open as a device; what is meant is its current directory.
+// "C:" alone would open the device, not the current directory of the drive.
 static HANDLE open_to_traverse(const char *path)
 {
     char on_drive[] = "?:.";
@@ -41,12 +41,12 @@ bool platform_make_dir(const char *path)
     return _mkdir(path) == 0;
 }
 
-// A listing is opened with its first entry.  What lies in the directory is found
-// by its path.
+// Opening a listing returns its first entry, too.  `path` is for the functions that take a
+// path relative to the directory.
 struct open_dir {
     HANDLE search;
     WIN32_FIND_DATAA entry;
-    bool has_entry; // that was not handed out
+    bool has_entry; // the first one, not returned yet
     char path[MAX_PATH];
 };
 

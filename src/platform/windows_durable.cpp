@@ -15,9 +15,9 @@ int64_t platform_clock()
     return static_cast<int64_t>(GetTickCount64());
 }
 
-// Who has this file has the lock: nobody else can open it, and the system removes
-// it with the process.  It is not the private file itself, which could not be
-// replaced while it is open.
+// The lock is an open file "<path>.lock", which no other process can open.  The system
+// removes it when the process ends.  The file to be locked can't serve as the lock: it
+// could not be replaced while it is open.
 static HANDLE create_lock_file(const char *path)
 {
     char name[MAX_PATH];
@@ -27,11 +27,11 @@ static HANDLE create_lock_file(const char *path)
                        FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
 }
 
-// A file that is about to be removed can't be opened for a moment, and gives the
-// same reason as one in a directory where none can be created.
+// ERROR_ACCESS_DENIED has two causes: the lock file is being removed, which takes a
+// moment, or the directory does not allow creating it.  In that case nothing is locked.
 intptr_t platform_lock_file(const char *path, int64_t deadline)
 {
-    int file = windows_open_soon(path, _O_WRONLY | _O_APPEND | _O_BINARY);
+    int file = windows_open_retrying(path, _O_WRONLY | _O_APPEND | _O_BINARY);
     if (file < 0)
         return -1;
     _close(file);
@@ -58,9 +58,9 @@ void platform_unlock(intptr_t lock)
         CloseHandle(reinterpret_cast<HANDLE>(lock));
 }
 
-// ---- What a path leads to ----
+// ---- File identity ----
 
-// A device has no identity.
+// A device has no identity: *identity becomes zeros, and *is_regular false.
 static bool read_identity(const char *path, BY_HANDLE_FILE_INFORMATION *identity, bool *is_regular)
 {
     HANDLE file = windows_open_identity(path, identity);
@@ -75,7 +75,7 @@ static bool read_identity(const char *path, BY_HANDLE_FILE_INFORMATION *identity
     return true;
 }
 
-static uint64_t join(DWORD high, DWORD low)
+static uint64_t join_words(DWORD high, DWORD low)
 {
     return static_cast<uint64_t>(high) << 32 | low;
 }
@@ -85,8 +85,8 @@ static file_state state_of(const BY_HANDLE_FILE_INFORMATION &found, bool is_regu
     if (!is_regular)
         return {};
     return {found.dwVolumeSerialNumber,
-            join(found.nFileIndexHigh, found.nFileIndexLow),
-            join(found.nFileSizeHigh, found.nFileSizeLow),
+            join_words(found.nFileIndexHigh, found.nFileIndexLow),
+            join_words(found.nFileSizeHigh, found.nFileSizeLow),
             {found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime, 0, 0}};
 }
 
@@ -114,7 +114,7 @@ bool platform_same_state(const file_state *first, const file_state *second)
     return memcmp(first, second, sizeof *first) == 0;
 }
 
-// What a link leads to is never replaced here.
+// Symbolic links are not followed: a file that is one is never replaced.
 bool platform_follow_links(const char *path, char *to, size_t size)
 {
     return text_copy(to, size, path);
@@ -131,67 +131,68 @@ static int dir_length(const char *path)
     return length;
 }
 
-static int create_unique(new_file *made, const char *path, const char *mode)
+static int create_unique(new_file *created, const char *path, const char *mode)
 {
     const int form = strchr(mode, 'b') == nullptr ? _O_TEXT : _O_BINARY;
     int file = -1;
     errno = EEXIST;
     for (int number = 0; file < 0 && errno == EEXIST && number < 1000; ++number) {
-        int length = snprintf(made->path, sizeof made->path, "%.*s.vek-%lu-%d", dir_length(path),
-                              path, GetCurrentProcessId(), number);
+        int length = snprintf(created->path, sizeof created->path, "%.*s.vek-%lu-%d",
+                              dir_length(path), path, GetCurrentProcessId(), number);
         if (length >= MAX_PATH)
             errno = ENAMETOOLONG;
         else
-            file = windows_open(made->path, _O_WRONLY | _O_CREAT | _O_EXCL | form);
+            file = windows_open(created->path, _O_WRONLY | _O_CREAT | _O_EXCL | form);
     }
     if (file < 0)
-        *made->path = '\0';
+        *created->path = '\0';
     return file;
 }
 
-// Whether replacing the file would lose nothing.
+// Whether the file can be replaced without losing other hard links or being a link.
 static bool can_be_replaced(const BY_HANDLE_FILE_INFORMATION &file, bool is_regular)
 {
     return is_regular && file.nNumberOfLinks <= 1 &&
            (file.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0;
 }
 
-// A new file has the rights of its directory here, and a hidden one stays hidden.
-bool platform_create_beside(new_file *made, const char *path, new_file_kind kind, const char *like,
-                            const char *mode)
+// A new file inherits the permissions of its directory.  The hidden and system attributes
+// are copied.
+bool platform_create_in_dir_of(new_file *created, const char *path, new_file_kind kind,
+                               const char *like, const char *mode)
 {
     BY_HANDLE_FILE_INFORMATION other = {};
     bool is_regular = false;
-    *made->path = '\0';
-    made->stream = nullptr;
+    *created->path = '\0';
+    created->stream = nullptr;
     if (kind != NEW_FILE && !read_identity(like, &other, &is_regular))
         return false;
     if (kind == NEW_FILE_EXACT && !can_be_replaced(other, is_regular)) {
         errno = EPERM;
         return false;
     }
-    int file = create_unique(made, path, mode);
+    int file = create_unique(created, path, mode);
     if (file < 0)
         return false;
     DWORD kept = other.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
     if (kept != 0)
-        SetFileAttributesA(made->path, kept);
-    made->stream = _fdopen(file, mode);
-    if (made->stream == nullptr) {
+        SetFileAttributesA(created->path, kept);
+    created->stream = _fdopen(file, mode);
+    if (created->stream == nullptr) {
         int reason = errno;
         _close(file);
-        platform_discard(made);
+        platform_discard(created);
         errno = reason;
     }
-    return made->stream != nullptr;
+    return created->stream != nullptr;
 }
 
-bool platform_finish(new_file *made)
+bool platform_sync_and_close(new_file *created)
 {
-    if (!platform_sync(made->stream))
+    if (!platform_sync(created->stream))
         return false;
-    FILE *stream = made->stream;
-    made->stream = nullptr;
+    FILE *stream = created->stream;
+    created->stream = nullptr;
     fclose(stream);
     return true;
 }
@@ -202,40 +203,40 @@ static bool is_directory(const char *path)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-// A file that another program has open can't be replaced; most have it for a
-// moment.
-bool platform_replace(new_file *made, const char *path)
+// A file that another program has open can't be replaced.  Most programs close it within
+// a moment.
+bool platform_replace(new_file *created, const char *path)
 {
     constexpr DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
     const ULONGLONG deadline = GetTickCount64() + 2000;
-    while (!MoveFileExA(made->path, path, flags)) {
+    while (!MoveFileExA(created->path, path, flags)) {
         if (is_directory(path) || GetTickCount64() > deadline) {
             errno = EACCES;
             return false;
         }
         Sleep(10);
     }
-    *made->path = '\0';
+    *created->path = '\0';
     return true;
 }
 
-bool platform_place(new_file *made, const char *path)
+bool platform_create_from(new_file *created, const char *path)
 {
-    if (!platform_rename(made->path, path))
+    if (!platform_rename(created->path, path))
         return false;
-    *made->path = '\0';
+    *created->path = '\0';
     return true;
 }
 
-void platform_discard(new_file *made)
+void platform_discard(new_file *created)
 {
     int reason = errno;
-    if (made->stream != nullptr)
-        fclose(made->stream);
-    if (*made->path != '\0')
-        DeleteFileA(made->path);
-    made->stream = nullptr;
-    *made->path = '\0';
+    if (created->stream != nullptr)
+        fclose(created->stream);
+    if (*created->path != '\0')
+        DeleteFileA(created->path);
+    created->stream = nullptr;
+    *created->path = '\0';
     errno = reason;
 }
 
@@ -244,7 +245,7 @@ bool platform_must_overwrite()
     return errno == EACCES || errno == EPERM || errno == EXDEV || errno == ENAMETOOLONG;
 }
 
-// What moves a file here waits until its name is on the disk.
+// Moving a file syncs its name (MOVEFILE_WRITE_THROUGH).
 bool platform_sync_dir_of(const char *)
 {
     return true;
@@ -254,7 +255,7 @@ bool platform_lasting_copy_path(const char *path, char *to, size_t size)
 {
     char dir[MAX_PATH];
     file_state state;
-    if (!platform_file_state(path, &state) || !platform_temporary_dir(dir, sizeof dir))
+    if (!platform_file_state(path, &state) || !platform_temp_dir(dir, sizeof dir))
         return false;
     int length = snprintf(to, size, "%s.vek-previous-%llx-%llx", dir,
                           static_cast<unsigned long long>(state.device),

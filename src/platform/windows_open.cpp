@@ -11,12 +11,13 @@ int windows_open(const char *path, int flags)
     int file = _open(path, flags | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
     if (file < 0 || file > last_standard_stream)
         return file;
+    // The first call may have created or emptied the file.
     int other = windows_open(path, flags & ~(_O_EXCL | _O_TRUNC));
     _close(file);
     return other;
 }
 
-int windows_open_soon(const char *path, int flags)
+int windows_open_retrying(const char *path, int flags)
 {
     const ULONGLONG deadline = GetTickCount64() + 2000;
     int file = windows_open(path, flags);

@@ -10,9 +10,9 @@
 static void print_variable(const vek_env_row &row, const char *value)
 {
     static char text_buf[1024]; // these lines must not overwrite the shared message buffer
-    report(REPORT_PLAIN, "printenvars", "\n  OS-environment detected:  %s=%s", row.name, value);
+    print_line("\n  OS-environment detected:  %s=%s", row.name, value);
     if (strcmp(row.text, "NONE") != 0)
-        report_in(text_buf, sizeof text_buf, REPORT_PLAIN, "printenvars", "  %s", row.text);
+        print_line_in(text_buf, sizeof text_buf, "  %s", row.text);
 }
 
 void printenvars()

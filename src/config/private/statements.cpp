@@ -1,19 +1,19 @@
-// The statements that the private file gets from the running session.
+// The statements that the private file takes over from the running session.
 
 #include "config/private/private.h"
+#include "host/environment.h"
 #include "host/message.h"
 #include "platform/platform.h"
 #include "text/text.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
-constexpr size_t longest_statement = 266; // that a reader accepts
+constexpr size_t longest_statement = 266; // that the reader accepts
 
-// ---- What the next session would read back ----
+// ---- What the next session can read ----
 
-// Whether a reader takes the text for one word.
+// Whether a reader would parse the string as one word.
 static bool is_word(const char *text)
 {
     const char *rest = text;
@@ -21,7 +21,7 @@ static bool is_word(const char *text)
     return word.length > 0 && word.start == text && *rest == '\0' && strchr(text, '!') == nullptr;
 }
 
-// In columns; with single spaces where that is too long.
+// In columns, or with single spaces if that is too long.
 static bool append_statement(text_builder *out, const char *keyword, const char *name,
                              const char *value, const char *end)
 {
@@ -36,6 +36,7 @@ static bool append_statement(text_builder *out, const char *keyword, const char 
     return true;
 }
 
+// Returns false.
 static bool report_once(bool *is_reported, const char *what, const char *name)
 {
     if (!*is_reported)
@@ -48,8 +49,8 @@ static bool report_once(bool *is_reported, const char *what, const char *name)
 
 // ---- ENVIRONMENT ----
 
-// What a reader of the statement would refuse, cut at "!" or take for the next
-// line or for a part of its own line's end is not written.
+// False if a reader would reject the statement, truncate the value at "!", or read part
+// of the value as a line ending.
 static bool fits_statement(const char *variable, const char *value)
 {
     constexpr size_t longest_value = 180, longest_statement = 254;
@@ -64,8 +65,7 @@ static bool fits_statement(const char *variable, const char *value)
 
 bool write_environment(text_builder *out, const char *variable, const char *end)
 {
-    // getenv alone would find "A=B" where A has a value that begins with "B=".
-    const char *value = strchr(variable, '=') == nullptr ? getenv(variable) : nullptr;
+    const char *value = env_value(variable);
     if (value == nullptr || !fits_statement(variable, value))
         return false;
     builder_print(out, "%-14s%-22s", "ENVIRONMENT", variable);
@@ -75,7 +75,7 @@ bool write_environment(text_builder *out, const char *variable, const char *end)
 
 // ---- DATABASE and what names databases ----
 
-// White space at either end of a path would be taken for none of it.
+// Guards protect white space at either end of a path: a reader would remove it.
 static const char *leading_guard(const char *path)
 {
     return *path != '\0' && strchr(" \t\r\v\f", *path) != nullptr ? "./" : "";
@@ -96,7 +96,7 @@ static bool append_database(text_builder *out, const char *name, const char *pat
            append_statement(out, "DATABASE", name, value, end);
 }
 
-// Whether the next session finds the database under this name, in this file or in
+// Whether the next session will know the database by this name, from this file or from
 // the one that defines it.
 static bool will_be_known(const vek_db_rec *db)
 {
@@ -111,7 +111,7 @@ bool write_database(text_builder *out, const char *name, const char *end)
 {
     char alias[VEK_PATH_SIZE];
     text_copy(alias, name);
-    vek_db_rec *db = db_find(name); // whose name may have the form of an alias
+    vek_db_rec *db = db_find(name); // a name may have the form of an alias
     const char *path = db != nullptr ? db->path : vorn_vek_alias2path(alias);
     bool is_reported = false;
     return append_database(out, name, path, end) ||
@@ -134,20 +134,20 @@ static bool can_be_ordered(const vek_db_rec *db)
            will_be_known(db);
 }
 
-// The names that do not fit stay out, and so do those after them.
+// The first name that does not fit and all after it are left out.
 void write_order(text_builder *out, const char *end)
 {
     constexpr size_t limit = 265;
     const char *separator = "";
     snprintf(vek_message_buf, sizeof vek_message_buf, "%-18s", "DATABASE_ORDER");
     for (int level = 1; level <= db_count(); ++level) {
-        char piece[VEK_DB_NAME_SIZE + 2];
+        char item[VEK_DB_NAME_SIZE + 2];
         if (!can_be_ordered(db_at(level)))
             continue;
-        text_join(piece, {separator, db_at(level)->name});
-        if (strlen(vek_message_buf) + strlen(piece) >= limit)
+        text_join(item, {separator, db_at(level)->name});
+        if (strlen(vek_message_buf) + strlen(item) >= limit)
             break;
-        text_append(vek_message_buf, piece);
+        text_append(vek_message_buf, item);
         separator = ", ";
     }
     builder_print(out, "%s%s", vek_message_buf, end);
@@ -163,9 +163,9 @@ bool write_table(text_builder *out, vek_tbl_rec *table)
     return true;
 }
 
-// Whether the alias of a property file leads to it again: that of a file without
-// a directory, for instance, does not.
-static bool leads_back(const char *alias, const char *path)
+// Whether the alias of a property file resolves to it.  The alias of a file without a
+// directory, for instance, does not.
+static bool resolves_to(const char *alias, const char *path)
 {
     char name[VEK_PATH_SIZE];
     text_copy(name, alias);
@@ -179,7 +179,7 @@ bool write_propfile(text_builder *out, vek_dflt_rec *entry)
     text_copy(path, entry->value);
     const char *alias = vorn_vek_path2alias(path);
     if (is_word(entry->class_) && is_word(alias) && strchr(alias, '$') == nullptr &&
-        leads_back(alias, entry->value) &&
+        resolves_to(alias, entry->value) &&
         append_statement(out, "PROPFILE", entry->class_, alias, "\n"))
         return true;
     return report_once(&entry->loss_is_reported, "Property file of class", entry->class_);

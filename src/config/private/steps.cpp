@@ -19,27 +19,26 @@ bool report_failure(const private_update *state, const char *reason)
     return false;
 }
 
-static bool report_unopened(const char *path)
+static bool report_not_opened(const char *path)
 {
-    report(REPORT_PLAIN, caller, "ERROR: cannot open file %s", path);
+    print_line("ERROR: cannot open file %s", path);
     return false;
 }
 
-static void report_kept_text(const char *copy)
+static void report_copy_path(const char *copy)
 {
     if (copy != nullptr)
         report(REPORT_ERROR, caller, "The previous text is kept in file %s.", copy);
 }
 
-void report_lost_text(const char *path)
+void report_safety_copy(const char *path)
 {
     char target[4096];
-    if (!platform_follow_links(path, target, sizeof target) ||
-        overwrite_kept_copy(target) == nullptr)
+    if (!platform_follow_links(path, target, sizeof target) || find_safety_copy(target) == nullptr)
         return;
     intptr_t lock = platform_lock_file(path, 0);
-    if (lock >= 0 || errno != ETIMEDOUT) // else an update is going on
-        report_kept_text(overwrite_kept_copy(target));
+    if (lock >= 0 || errno != ETIMEDOUT) // otherwise an update is in progress
+        report_copy_path(find_safety_copy(target));
     if (lock >= 0)
         platform_unlock(lock);
 }
@@ -48,7 +47,7 @@ static bool warn_of_unwritable_file(const char *path)
 {
     static bool vek_cfg_warn_unwritable = true;
     private_path whole = {path, ""};
-    if (*path == '\0') // too long to be kept
+    if (*path == '\0') // too long for `path`
         whole = private_path_parts();
     if (vek_cfg_warn_unwritable) {
         report(REPORT_WARNING, caller, "Private cfg file %s%s is unwritable.", whole.start,
@@ -59,11 +58,12 @@ static bool warn_of_unwritable_file(const char *path)
     return false;
 }
 
+// Set `backup` to the path of the backup.  False if that is the file itself.
 static bool find_backup(const private_update *state, char (&backup)[VEK_PATH_SIZE])
 {
     text_copy(backup, state->path);
     to_backup_path(backup);
-    return vek_strcasecmp(state->path, backup) != 0; // else it is its own
+    return vek_strcasecmp(state->path, backup) != 0;
 }
 
 static bool make_backup(private_update *state)
@@ -76,6 +76,7 @@ static bool make_backup(private_update *state)
     return result == 0;
 }
 
+// Returns true also if the file does not open, or if it is its own backup.
 static bool back_up_for_user(private_update *state)
 {
     char backup[VEK_PATH_SIZE];
@@ -83,16 +84,14 @@ static bool back_up_for_user(private_update *state)
         return state->unread != 0 || !find_backup(state, backup) ||
                report_failure(state, "The backup could not be made");
     if (state->backup == BACKUP_VERBOSE)
-        report(REPORT_PLAIN, "vorn_sav_cfg",
-               "save configuration - backup created of previous configuration file %s\n",
-               state->path);
+        print_line("save configuration - backup created of previous configuration file %s\n",
+                   state->path);
     state->backup = BACKUP_REPEATED;
     return true;
 }
 
-// A file without text, such as a lost one, does not take the place of a backup
-// that has some.
-static bool has_lost_its_text(const private_update *state)
+// Then the backup is kept.
+static bool is_empty_unlike_backup(const private_update *state)
 {
     char backup[VEK_PATH_SIZE];
     file_state found;
@@ -100,17 +99,17 @@ static bool has_lost_its_text(const private_update *state)
            platform_file_state(backup, &found) && found.size > 0;
 }
 
-// An update goes on without the backup that could not be made.
-bool back_up(private_update *state)
+// A silent backup is optional: the update continues if it fails.
+bool back_up_private_file(private_update *state)
 {
     if (state->backup == BACKUP_VERBOSE || state->backup == BACKUP_REPEATED)
         return back_up_for_user(state);
-    if (state->backup == BACKUP_SILENT && !has_lost_its_text(state))
+    if (state->backup == BACKUP_SILENT && !is_empty_unlike_backup(state))
         make_backup(state);
     return true;
 }
 
-// The file did not open for its backup, but does for the new text.
+// For a file that did not open for its backup, but opened for the new text.
 static bool report_unread(const private_update *state)
 {
     char backup[VEK_PATH_SIZE];
@@ -120,20 +119,20 @@ static bool report_unread(const private_update *state)
     return state->backup == BACKUP_SILENT || report_failure(state, "The backup could not be made");
 }
 
-// What can't be written can still be read.
+// A file that can't be written can still be backed up.
 static bool report_unlocked(private_update *state)
 {
     if (errno == ETIMEDOUT)
         return report_failure(state, "Another process has kept it locked for 10 seconds");
-    if (state->backup != BACKUP_VERBOSE || errno == ENXIO || back_up(state))
+    if (state->backup != BACKUP_VERBOSE || errno == ENXIO || back_up_private_file(state))
         warn_of_unwritable_file(state->path);
     return false;
 }
 
-// A file that does not exist yet can't be locked: who is second to create it
-// begins again.  The text that a killed or failed update has left elsewhere is
-// the user's, who has to take it before there can be another update.
-bool lock_file(private_update *state)
+// A file that does not exist yet can't be locked.  If two processes create it, the second
+// one starts the update again.  If a killed or failed update left a safety copy, there is
+// no update until the user has recovered it.
+bool lock_private_file(private_update *state)
 {
     errno = ENAMETOOLONG;
     state->lock = *state->path == '\0' ? -1 : platform_lock_file(state->path, state->deadline);
@@ -143,22 +142,22 @@ bool lock_file(private_update *state)
     if ((state->lock >= 0 && !platform_file_state(state->path, &state->read)) ||
         !platform_follow_links(state->path, state->target, sizeof state->target))
         return report_failure(state, strerror(errno));
-    const char *copy = state->lock < 0 ? nullptr : overwrite_find_loss(state->target);
-    report_kept_text(copy);
+    const char *copy = state->lock < 0 ? nullptr : find_needed_safety_copy(state->target);
+    report_copy_path(copy);
     return copy == nullptr;
 }
 
-bool is_there_already(const private_update *state)
+bool needs_no_update(const private_update *state)
 {
     return state->only_creates && state->read.size > 0;
 }
 
-static bool copy_old_text(private_update *state)
+static bool copy_to_temp_file(private_update *state)
 {
     int error = 0;
     int result = copy_file_silently(state->path, state->copy, &error);
     if (result != 0) {
-        platform_remove_file(state->copy); // which may be there, empty
+        platform_remove_file(state->copy); // may exist, empty
         state->copy[0] = '\0';
     }
     return result == 0 && (error == 0 || report_failure(state, strerror(error)));
@@ -171,24 +170,28 @@ static bool lock_temp_dir(private_update *state)
     return state->temp_lock >= 0 || report_failure(state, reason);
 }
 
-bool save_copy(private_update *state)
+// Copy the old text to a temporary file, and load that.
+static bool copy_and_load_old_text(private_update *state)
+{
+    const char *dir = vorn_vek_tmp_file_path();
+    if (dir == nullptr || !text_join(state->copy, {dir, "tmp_cfg_file"}))
+        return report_failure(state, "There is no directory for temporary files");
+    if (!copy_to_temp_file(state))
+        return false;
+    if (!load_text(&state->old, state->copy))
+        return report_not_opened(state->copy);
+    if (!state->old.is_whole)
+        return report_failure(state, strerror(EIO));
+    return state->unread == 0 || report_unread(state);
+}
+
+bool load_old_text(private_update *state)
 {
     if (state->lock < 0)
         return true;
     if (state->mode == WRITE_TEMPLATE)
         return state->unread == 0 || report_failure(state, strerror(state->unread));
-    if (!lock_temp_dir(state))
-        return false; // not reached: this process shares the directory only on Windows
-    const char *dir = vorn_vek_tmp_file_path();
-    if (dir == nullptr || !text_join(state->copy, {dir, "tmp_cfg_file"}))
-        return report_failure(state, "There is no directory for temporary files");
-    if (!copy_old_text(state))
-        return false;
-    if (!load_text(&state->old, state->copy))
-        return report_unopened(state->copy);
-    if (!state->old.is_whole)
-        return report_failure(state, strerror(EIO));
-    return state->unread == 0 || report_unread(state);
+    return lock_temp_dir(state) && copy_and_load_old_text(state);
 }
 
 static const char *mode_letters(const private_update *state, bool creates)
@@ -203,7 +206,7 @@ static bool opens_for_writing(const private_update *state)
 {
     FILE *file = platform_open_to_write(state->path, mode_letters(state, false));
     if (file == nullptr)
-        return report_unopened(state->path);
+        return report_not_opened(state->path);
     fclose(file);
     return true;
 }
@@ -215,24 +218,25 @@ bool write_new_file(private_update *state)
         return report_failure(state, strerror(ENOMEM));
     if (!is_new && !opens_for_writing(state))
         return false;
-    if (!platform_create_beside(&state->made, state->target, is_new ? NEW_FILE : NEW_FILE_EXACT,
-                                state->target, mode_letters(state, true))) {
+    if (!platform_create_in_dir_of(&state->created, state->target,
+                                   is_new ? NEW_FILE : NEW_FILE_EXACT, state->target,
+                                   mode_letters(state, true))) {
         if (is_new)
             return warn_of_unwritable_file(state->path);
         return platform_must_overwrite() || report_failure(state, strerror(errno));
     }
-    if (platform_write(state->made.stream, state->text.bytes, state->text.length) &&
-        platform_finish(&state->made))
+    if (platform_write(state->created.stream, state->text.bytes, state->text.length) &&
+        platform_sync_and_close(&state->created))
         return true;
     return report_failure(state, strerror(errno));
 }
 
-static bool put_in_place(private_update *state, const char **left)
+static bool replace_or_create(private_update *state, const char **left)
 {
     if (state->lock < 0)
-        return platform_place(&state->made, state->target);
-    if (state->made.path[0] != '\0') {
-        if (platform_replace(&state->made, state->target))
+        return platform_create_from(&state->created, state->target);
+    if (state->created.path[0] != '\0') {
+        if (platform_replace(&state->created, state->target))
             return true;
         if (!platform_must_overwrite())
             return false;
@@ -241,20 +245,20 @@ static bool put_in_place(private_update *state, const char **left)
                           state->text.length, left);
 }
 
-// Nobody is told of a failure before the file has its old text again.
-update_result replace(private_update *state)
+// A failure is reported after the old text is restored.
+update_result replace_private_file(private_update *state)
 {
     file_state present = {};
     platform_file_state(state->path, &present);
     if (!platform_same_state(&present, &state->read))
         return UPDATE_AGAIN;
-    const char *left = nullptr; // a copy of the old text
-    if (put_in_place(state, &left) && platform_sync_dir_of(state->target))
+    const char *left = nullptr; // path of a safety copy
+    if (replace_or_create(state, &left) && platform_sync_dir_of(state->target))
         return UPDATED;
     if (state->lock < 0 && errno == EEXIST)
         return UPDATE_AGAIN;
     report_failure(state, strerror(errno));
-    report_kept_text(left);
+    report_copy_path(left);
     return NOT_UPDATED;
 }
 
@@ -262,7 +266,7 @@ void remove_copies(private_update *state)
 {
     char path[VEK_PATH_SIZE];
     text_copy(path, state->copy);
-    platform_discard(&state->made);
+    platform_discard(&state->created);
     builder_release(&state->text);
     release_text(&state->old);
     if (path[0] != '\0')
@@ -271,7 +275,7 @@ void remove_copies(private_update *state)
     state->copy[0] = '\0';
 }
 
-void unlock_file(private_update *state)
+void unlock_private_file(private_update *state)
 {
     platform_unlock_temp_dir(state->temp_lock);
     if (state->lock >= 0)

@@ -1,36 +1,33 @@
 // Creating, updating and saving the user's private configuration file.
 //
-// Under the name of the file stands its old text or its new one, whole, at every
-// moment: for whoever reads it, and after a kill, a full disk or a power cut.
+// At any time the file has either its whole old text or its whole new text: for other
+// programs that read it, and after a kill, a full disk or a power failure.
 
 #include "config/config.h"
 #include "config/private/private.h"
+#include "host/environment.h"
 #include "host/hsk.h"
 #include "text/text.h"
 
-#include <cstdlib>
-#include <cstring>
-
-// Returns 1 if the file has been written, else 0.
+// Returns 1 if the file was written or needs no update, 0 otherwise.
 static int update(private_update *state)
 {
-    constexpr int most_tries = 5;
+    constexpr int max_tries = 5;
     update_result result = UPDATE_AGAIN;
     state->deadline = platform_clock() + 10000;
-    for (int tries = 0; result == UPDATE_AGAIN && tries < most_tries; ++tries) {
+    for (int tries = 0; result == UPDATE_AGAIN && tries < max_tries; ++tries) {
         result = NOT_UPDATED;
-        if (!lock_file(state)) {
-            // else another process's change could be lost
-        } else if (is_there_already(state)) {
+        if (!lock_private_file(state)) {
+            // without the lock, another process's change could be lost
+        } else if (needs_no_update(state)) {
             result = UPDATED;
-        } else if (back_up(state) &&   // what the user can return to
-                   save_copy(state)) { // what the new text is made from
-            compose_text(&state->text, &state->old, state->mode, state->name);
-            if (write_new_file(state))   // beside the old one, and on the disk
-                result = replace(state); // in one step, unless the old one has changed
+        } else if (back_up_private_file(state) && load_old_text(state)) {
+            write_new_text(&state->text, &state->old, state->mode, state->name);
+            if (write_new_file(state))                // in the same directory, and synced
+                result = replace_private_file(state); // atomically, unless it has changed
         }
         remove_copies(state);
-        unlock_file(state);
+        unlock_private_file(state);
     }
     if (result == UPDATE_AGAIN)
         report_failure(state, "Another program keeps changing it");
@@ -52,9 +49,9 @@ static write_mode mode_of(const char *tag)
     return WRITE_UPDATED;
 }
 
-// The texts are copied: they may lie in buffers that naming a file overwrites.
-// Without a path it is that of the user's file.
-static void start_update(private_update *state, const char *path, write_mode mode, const char *name)
+// The strings are copied: they may be in buffers that are overwritten when a file is
+// displayed by its name.  If `path` is null, it is that of the private file.
+static void init_update(private_update *state, const char *path, write_mode mode, const char *name)
 {
     *state = {};
     state->lock = -1;
@@ -69,18 +66,17 @@ static void start_update(private_update *state, const char *path, write_mode mod
 int _vek_print_cfg_file(const char *tag, const char *path, const char *name)
 {
     private_update state;
-    start_update(&state, path, mode_of(tag), name);
+    init_update(&state, path, mode_of(tag), name);
     state.only_creates = state.mode == WRITE_TEMPLATE;
     return update(&state);
 }
 
 int vorn_wrt_cfg(const char *tag, const char *name)
 {
-    const char *wish = getenv("KLV_UPDATE_CFG");
-    if (wish != nullptr && strcmp(wish, "no") == 0)
+    if (env_is("KLV_UPDATE_CFG", "no"))
         return 1;
     private_update state;
-    start_update(&state, nullptr, mode_of(tag), name);
+    init_update(&state, nullptr, mode_of(tag), name);
     state.backup = BACKUP_SILENT;
     return update(&state);
 }
@@ -88,7 +84,7 @@ int vorn_wrt_cfg(const char *tag, const char *name)
 int vorn_sav_cfg()
 {
     private_update state;
-    start_update(&state, nullptr, WRITE_SAVE, nullptr);
+    init_update(&state, nullptr, WRITE_SAVE, nullptr);
     switch (vc_alert("alert",
                      "Private configuration file will be modified\n"
                      "             Choose write mode",

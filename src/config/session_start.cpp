@@ -1,4 +1,4 @@
-// The start of a session, and of a plug-in in a running one.
+// The start of a session, or of a plug-in in a running session.
 
 #include "config/config.h"
 #include "host/hsk.h"
@@ -14,43 +14,43 @@ static bool vek_first_start = true;
 
 static const char caller[] = "vek_init";
 
-struct start {
+struct session_start {
     const char *name;
     bool is_product;
     char files[VEK_CFG_FILE_COUNT][VEK_CFG_PATH_SIZE];
     char private_file[VEK_PATH_SIZE];
 };
 
-// The result of vek_chk_cfg_files.  The shared and the site file go into their
-// slots.
-static int find_files(start *now)
+// Store the shared and the site file in their slots.  Returns the result of
+// vek_chk_cfg_files.
+static int find_files(session_start *state)
 {
     char shared[VEK_PATH_SIZE];
     char site[VEK_PATH_SIZE];
-    int result = vek_chk_cfg_files(now->name, shared, site, now->private_file);
+    int result = vek_chk_cfg_files(state->name, shared, site, state->private_file);
     if (result != 0)
         return result;
-    text_copy(now->files[0], shared);
+    text_copy(state->files[0], shared);
     vek_cfg_count = 1;
     if (site[0] != '\0')
-        text_copy(now->files[vek_cfg_count++], site);
+        text_copy(state->files[vek_cfg_count++], site);
     return 0;
 }
 
-static void add_private_file(start *now)
+static void add_private_file(session_start *state)
 {
-    report_lost_text(now->private_file);
+    report_safety_copy(state->private_file);
     vek_private_cfg_index = vek_cfg_count;
-    text_copy(now->files[vek_cfg_count++], now->private_file);
+    text_copy(state->files[vek_cfg_count++], state->private_file);
 }
 
-// Whether all files were taken without a fault.
-static bool read_files(start *now)
+// Read each file.  Returns whether all were free of errors.
+static bool read_files(session_start *state)
 {
     bool is_clean = true;
     for (int slot = 0; slot < vek_cfg_count; ++slot) {
-        char *file = now->files[slot];
-        if (!now->is_product && vek_solver_mode() == 0 && vek_env_read(file) != 0)
+        char *file = state->files[slot];
+        if (!state->is_product && vek_solver_mode() == 0 && vek_env_read(file) != 0)
             is_clean = false;
         if (vek_cfg_read(file, vek_next_cfg_index) != 0)
             is_clean = false;
@@ -60,10 +60,10 @@ static bool read_files(start *now)
     return is_clean;
 }
 
-static bool make_table_directories(start *now)
+static bool create_table_directories(session_start *state)
 {
-    return vek_first_start ? vek_upd_all_vek_tbls(now->files) == 0
-                           : vek_upd_plg_vek_tbls(now->files) == 0;
+    return vek_first_start ? vek_upd_all_vek_tbls(state->files) == 0
+                           : vek_upd_plg_vek_tbls(state->files) == 0;
 }
 
 static bool has_databases_with_tables()
@@ -97,23 +97,25 @@ static bool has_equal_table_counts()
     return result;
 }
 
-static void alert_of_missing_write_default(const char *private_file)
+static void show_missing_write_default(const char *private_file)
 {
-    char text[2 * VEK_PATH_SIZE];
-    text_join(text, {"No default writable database exists; ensure a valid \n"
-                     "DEFAULT_WRITE_DB definition exists in your private config file\n'",
-                     private_file, "'"});
-    vc_alert("error", text, "", "Exit The Session", "", 2);
-    report(REPORT_ABORT, caller, "%s", text);
+    char message[2 * VEK_PATH_SIZE];
+    text_join(message, {"No default writable database exists; ensure a valid \n"
+                        "DEFAULT_WRITE_DB definition exists in your private config file\n'",
+                        private_file, "'"});
+    vc_alert("error", message, "", "Exit The Session", "", 2);
+    report(REPORT_ABORT, caller, "%s", message);
 }
 
-static int test_outcome(const start *now)
+// Returns 0, 1 if databases or tables are missing or the table counts differ, or -1 if
+// there is no default writable database.
+static int check_databases(const session_start *state)
 {
     int result = has_databases_with_tables() ? 0 : 1;
     if (vek_first_start && result == 0 && !has_equal_table_counts())
         result = 1;
     if (vorn_vek_get_write_default() == nullptr && vek_solver_mode() == 0) {
-        alert_of_missing_write_default(now->private_file);
+        show_missing_write_default(state->private_file);
         result = -1;
     }
     return result;
@@ -121,16 +123,16 @@ static int test_outcome(const start *now)
 
 int vorn_vek_init(const char *name)
 {
-    start now = {};
-    now.name = text_or_empty(name);
-    now.is_product = vek_product_name_is(now.name) != 0;
+    session_start state = {};
+    state.name = text_or_empty(name);
+    state.is_product = vek_product_name_is(state.name) != 0;
     if (vek_first_start) {
         vek_set_number_of_veks(0);
-        if (!now.is_product)
+        if (!state.is_product)
             vc_str_print("");
     }
 
-    int found = find_files(&now);
+    int found = find_files(&state);
     if (found == 2)
         return 0;
     if (found != 0) {
@@ -138,14 +140,14 @@ int vorn_vek_init(const char *name)
         return -1;
     }
     if (vek_first_start)
-        add_private_file(&now);
+        add_private_file(&state);
 
-    bool is_clean = read_files(&now);
-    if (!make_table_directories(&now) || !is_clean) {
+    bool is_clean = read_files(&state);
+    if (!create_table_directories(&state) || !is_clean) {
         vek_warn(caller, "Possible syntax problem in the configuration file(s).");
         vek_warn(caller, "Continuing initialization of VEK Databases...");
     }
-    int result = test_outcome(&now);
+    int result = check_databases(&state);
     vek_first_start = false;
     return result;
 }

@@ -1,13 +1,13 @@
-// Environment variables in the values of configuration files.
+// Expanding environment variables in the values of configuration files.
 
+#include "host/environment.h"
 #include "host/message.h"
 #include "text/text.h"
 
-#include <cstdlib>
 #include <cstring>
 
-constexpr size_t expanded_size = 267; // of a text that holds a value
-constexpr int most_replacements = 64; // more than any honest value; ends a cycle
+constexpr size_t expanded_size = 267; // of a string after a replacement
+constexpr int max_replacements = 64;  // ends a cycle of variables
 
 static void warn(const char *what, const char *variable)
 {
@@ -15,17 +15,16 @@ static void warn(const char *what, const char *variable)
     report(REPORT_WARNING, "vek_eval_str", "  $%s", variable);
 }
 
-// Put the value in the place of the variable at `dollar`.  On failure the text
-// is of no more use.
-static bool replace(char *text, char *dollar, bool is_allowed)
+// Replace the variable at `dollar` with its value.  On failure, after a warning, the
+// contents of `text` are unspecified.
+static bool expand_one(char *text, char *dollar, bool is_allowed)
 {
     const char *name = dollar + 1;
     char *slash = strchr(dollar, '/');
     *dollar = '\0';
     if (slash != nullptr)
         *slash = '\0';
-    // getenv alone would find "A=B" where A has a value that begins with "B=".
-    const char *value = strchr(name, '=') == nullptr ? getenv(name) : nullptr;
+    const char *value = env_value(name);
     if (value == nullptr) {
         warn("The following variable could not be found in the runtime environment:", name);
         return false;
@@ -49,7 +48,7 @@ char *vek_eval_str(char *text)
     int count = 0;
     for (char *dollar = strchr(text, '$'); dollar != nullptr; dollar = strchr(text, '$')) {
         ++count;
-        if (!replace(text, dollar, count <= most_replacements))
+        if (!expand_one(text, dollar, count <= max_replacements))
             text[0] = '\0';
     }
     return text;

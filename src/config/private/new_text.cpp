@@ -1,15 +1,15 @@
-// The new text of the private file: its old text, brought up to date line by
-// line, or the sections that a new file and a save have.
+// The new text of the private file: its old text, updated line by line, or the sections
+// of a new file or a save.
 
 #include "config/private/private.h"
+#include "host/environment.h"
 #include "text/text.h"
 
-#include <cstdlib>
 #include <cstring>
 
 // ---- Sections ----
 
-constexpr size_t section_chunk = 1022; // of a line of the old text
+constexpr size_t section_chunk = 1022; // characters of a line of the old text
 
 static const char rule[] =
     "!----------------------------------------------------------------------!\n";
@@ -24,8 +24,8 @@ static void open_section(text_builder *out, const char *title, const char *colum
     builder_print(out, "!\n%s! - %s\n%s%s", rule, title, columns, rule);
 }
 
-// Each ENVIRONMENT statement of the old text with the variable's present value.
-// One that can't be written anew stays as it was.
+// Write an ENVIRONMENT statement of the old text with the variable's present value, or
+// unchanged if that can't be written.  Ignores other lines.
 static void refresh_environment_line(text_builder *out, const char *line, size_t length)
 {
     char statement[section_chunk + 2];
@@ -76,8 +76,7 @@ static void write_first_database(text_builder *out)
 
 static void print_order_section(text_builder *out, write_mode mode)
 {
-    const char *search = getenv("KLV_VEK_SEARCH");
-    if (search == nullptr || strcmp(search, "yes") != 0)
+    if (!env_is("KLV_VEK_SEARCH", "yes"))
         return;
     open_section(out, "Desired database search order", "");
     if (mode == WRITE_SAVE)
@@ -97,7 +96,7 @@ static void _vek_print_db_section(text_builder *out, write_mode mode)
     print_order_section(out, mode);
 }
 
-// These return the number of statements written.
+// This and the next two functions return the number of statements written.
 static int write_personal_tables(text_builder *out)
 {
     int count = 0;
@@ -170,17 +169,18 @@ static void write_sections(text_builder *out, write_mode mode, cfg_text *old)
     _vek_print_testrig_section(out, mode);
 }
 
-// ---- The old text, line by line ----
+// ---- Updating the old text line by line ----
 
 constexpr size_t merge_chunk = 255;
 
 struct merge_state {
     text_builder *out;
-    const char *inserted; // the database to name before the first one; null if none or done
+    const char *inserted; // the database to add before the first one; null if none or done
     const char *removed;  // the database whose lines become comments; null if none
     const char *default_line_ending;
 };
 
+// The line ending of a line or chunk; `other` if it has none.
 static const char *line_ending(const char *line, size_t length, const char *other)
 {
     if (length == 0 || line[length - 1] != '\n')
@@ -188,7 +188,7 @@ static const char *line_ending(const char *line, size_t length, const char *othe
     return length > 1 && line[length - 2] == '\r' ? "\r\n" : "\n";
 }
 
-// That of the first line, for chunks that have none of their own.
+// The line ending of the first line, for chunks that have none.
 static const char *default_line_ending(const cfg_text *text)
 {
     const char *bytes = text->bytes.bytes;
@@ -208,6 +208,7 @@ static void insert_database(merge_state *state, const char *end)
     state->inserted = nullptr;
 }
 
+// Comment out a line that defines the removed database.
 static void mark_removed(const merge_state *state, text_span name)
 {
     if (state->removed != nullptr && name.length > 0 && name.length == strlen(state->removed) &&
@@ -222,7 +223,8 @@ static bool write_variable(const merge_state *state, text_span name, const char 
     return write_environment(state->out, variable, end);
 }
 
-// Whether something else was written in the line's place.
+// Write what replaces the line, if anything, and what precedes it.  Returns whether the
+// line was replaced.
 static bool replace_line(merge_state *state, const char *line, size_t length)
 {
     const char *rest = line;
@@ -243,7 +245,7 @@ static bool replace_line(merge_state *state, const char *line, size_t length)
     return text_equals_nocase(keyword, "environment") && write_variable(state, operand, end);
 }
 
-void compose_text(text_builder *out, cfg_text *old, write_mode mode, const char *name)
+void write_new_text(text_builder *out, cfg_text *old, write_mode mode, const char *name)
 {
     if (mode == WRITE_TEMPLATE || mode == WRITE_SAVE) {
         write_sections(out, mode, old);

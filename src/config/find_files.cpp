@@ -1,4 +1,4 @@
-// Finding the configuration files that belong to a name.
+// Finding the configuration files of a product or plug-in.
 
 #include "config/config.h"
 #include "host/hsk.h"
@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
-// Whether the name is the product's own; letter case does not matter here.
+// Whether the name is that of the product, ignoring case.
 static bool is_product(const char *name)
 {
     char upper_name[VEK_PATH_SIZE];
@@ -21,7 +21,7 @@ static bool is_product(const char *name)
     return strcmp(upper_name, upper_product) == 0;
 }
 
-// A candidate that a configuration file's slot can't hold does not exist.
+// A path that is too long for vek_cfg_files counts as missing.
 static bool try_candidate(char *path, std::initializer_list<const char *> parts)
 {
     return text_join(path, VEK_CFG_PATH_SIZE, parts) && vek_file_exists(path) != 0;
@@ -53,7 +53,7 @@ static bool find_in_plugin_dirs(char *path, const char *name, bool register_path
     if (getenv(variable) == nullptr)
         return false;
     if (register_paths)
-        register_new_plugin_paths(name); // which may change the variable
+        register_new_plugin_paths(name); // may change the variable
     return find_in_path_list(path, text_or_empty(getenv(variable)), name);
 }
 
@@ -81,7 +81,8 @@ static bool find_shared_file(char *path, const char *name)
                             : find_plugin_file(path, name, false);
 }
 
-static int refuse_without_shared_file(const char *name)
+// Reports only in interface mode.
+static int report_missing_shared_file(const char *name)
 {
     if (vek_get_interface_mode() == 0)
         return 2;
@@ -93,6 +94,7 @@ static int refuse_without_shared_file(const char *name)
     return 1;
 }
 
+// There need not be one.  Then `path` becomes the empty string.
 static void find_site_file(char *path, const char *name)
 {
     const char *site = name_variable_value(name, "_SITE");
@@ -100,29 +102,30 @@ static void find_site_file(char *path, const char *name)
         path[0] = '\0';
 }
 
-// Another program may keep the file from being opened for a moment.
-static bool private_file_is_there(const char *path)
+// Another program may have the file open for a moment without sharing it.
+static bool private_file_exists(const char *path)
 {
-    FILE *file = vek_file_exists(path) != 0 ? nullptr : platform_open_to_read_soon(path);
+    FILE *file = vek_file_exists(path) != 0 ? nullptr : platform_open_to_read_retrying(path);
     if (file != nullptr)
         fclose(file);
     return file != nullptr || vek_file_exists(path) != 0;
 }
 
+// Create the private file if it is missing.
 static int ensure_private_file(char *path)
 {
     private_path whole = private_path_parts();
     bool fits = strlen(whole.start) + strlen(whole.end) < VEK_CFG_PATH_SIZE;
     vek_private_cfg_path(path);
-    if (fits && (private_file_is_there(path) ||
-                 _vek_print_cfg_file("vek_chk_cfg_files", path, nullptr) != 0))
+    if (fits &&
+        (private_file_exists(path) || _vek_print_cfg_file("vek_chk_cfg_files", path, nullptr) != 0))
         return 0;
     report(REPORT_ERROR, "vek_chk_cfg_files", "Cannot create private configuration file %s%s",
            whole.start, whole.end);
     return 1;
 }
 
-// A caller that does not want an output need not give one.
+// Outputs may be null.
 static char *output_or_scratch(char *output)
 {
     static char scratch[VEK_PATH_SIZE];
@@ -133,7 +136,7 @@ int vek_chk_cfg_files(const char *name, char *shared, char *site, char *private_
 {
     name = text_or_empty(name);
     if (!find_shared_file(output_or_scratch(shared), name))
-        return refuse_without_shared_file(name);
+        return report_missing_shared_file(name);
     find_site_file(output_or_scratch(site), name);
     return ensure_private_file(output_or_scratch(private_file));
 }

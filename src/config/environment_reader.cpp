@@ -1,6 +1,6 @@
-// The ENVIRONMENT statements of one configuration file.
+// Executing the ENVIRONMENT statements of one configuration file.
 
-#include "config/config.h"
+#include "config/cfg_text.h"
 #include "host/hsk.h"
 #include "host/message.h"
 #include "text/text.h"
@@ -36,6 +36,7 @@ static void report_limit(const char *path, int line, const char *what, size_t li
            line, path, what, static_cast<int>(limit));
 }
 
+// False after a report.
 static bool is_well_formed(const env_statement &statement, const char *path, int line)
 {
     if (statement.value.length == 0)
@@ -53,7 +54,8 @@ static bool is_well_formed(const env_statement &statement, const char *path, int
     return false;
 }
 
-// The quotes go before the blanks: quotes that a blank follows stay.
+// Remove quotes around the value, then trailing spaces.  Quotes that a space follows are
+// kept.
 static void clean_value(char *value)
 {
     size_t length = strlen(value);
@@ -65,6 +67,7 @@ static void clean_value(char *value)
         value[length - 1] = '\0';
 }
 
+// Returns the result of vc_putenv.
 static int set_variable(const env_statement &statement)
 {
     char name[longest_name + 1];
@@ -75,7 +78,7 @@ static int set_variable(const env_statement &statement)
     return vc_putenv(name, value);
 }
 
-int _cfg_read_file_env(char *path)
+static int _cfg_read_file_env(char *path)
 {
     path = vek_eval_str(path);
     cfg_text text;
@@ -96,7 +99,6 @@ int _cfg_read_file_env(char *path)
 int vek_env_read(char *path)
 {
     if (vek_solver_mode() != 0)
-        report(REPORT_PLAIN, "vek_env_read", "  Processing ENVIRONMENT entries in '%s'",
-               text_or_empty(path));
+        print_line("  Processing ENVIRONMENT entries in '%s'", text_or_empty(path));
     return _cfg_read_file_env(path);
 }
