@@ -105,10 +105,12 @@ static void find_site_file(char *path, const char *name)
 // Another program may have the file open for a moment without sharing it.
 static bool private_file_exists(const char *path)
 {
-    FILE *file = vek_file_exists(path) != 0 ? nullptr : platform_open_to_read_retrying(path);
+    if (vek_file_exists(path) != 0)
+        return true;
+    FILE *file = platform_open_to_read_retrying(path);
     if (file != nullptr)
         fclose(file);
-    return file != nullptr || vek_file_exists(path) != 0;
+    return file != nullptr;
 }
 
 // Create the private file if it is missing.
