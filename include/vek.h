@@ -36,7 +36,8 @@
    Levels     A level is a database's position in the search order, from 1.
    Codes      0 is success, unless the entry says otherwise.
    Names      Databases, classes and extensions compare without regard to case.
-              Only the reserved name "shared" is exact.
+              The exceptions are the reserved name "shared" and the classes
+              under "Defaults of a class", which compare exactly.
    Output     Lines for the user are printed through the core library.  A report
               begins with "ERROR: ", "WARNING: " or "ABORT: ".  All other lines
               are plain.  An operation that uses others named in its entry
@@ -113,8 +114,8 @@ VEK_API void vek_abort(const char *caller, const char *text);
    Parameters  name  The empty string or the product's name for a product
                      session, the name of a plug-in, or
                      "f2c_vorn_vek_cfg_env_read" for a solver run.
-   Returns     Outside a solver run that of vorn_vek_init.  In a solver run 0,
-               or 1 if a file did not open or its last setting failed.
+   Returns     Outside a solver run the result of vorn_vek_init.  In a solver
+               run 0, or 1 if a file did not open or its last setting failed.
                -1  The name has VEK_START_NAME_SIZE or more characters, or
                    vek_chk_cfg_files did not return 0.  The next call then
                    counts as the first.
@@ -125,9 +126,11 @@ VEK_API void vek_abort(const char *caller, const char *text);
    Overwrites  What vorn_vek_init overwrites.  */
 VEK_API int vorn_vek_cfg_env_read(const char *name);
 
-/* Prepare a solver run, as vorn_vek_cfg_env_read does with the solver's word.
+/* Prepare a solver run.
 
-   Returns     That of vorn_vek_cfg_env_read.  */
+   It calls vorn_vek_cfg_env_read with the name of a solver run.
+
+   Returns     The result of vorn_vek_cfg_env_read.  */
 VEK_API int F2C_VORN_VEK_CFG_ENV_READ(void);
 
 /* Start the session (first call) or add a plug-in's files to it (later calls).
@@ -272,17 +275,17 @@ VEK_API int vek_env_read(char *path);
    when a start does not find it, when databases are added or removed or the
    default writable database is set, and when the user saves.
 
-   The new text is written to a new file beside the private file (".vek-" and
-   numbers), synced, and renamed over it.  So the name always leads to the old
+   The new text is written to a new file in the same directory (".vek-" and
+   numbers), synced, and renamed over the private file.  So the name always leads to the old
    text or the new one: for every reader, after a kill, after a power cut, and
    on a full disk.  Mode, owner and group are kept.  A symbolic link is
    followed.
 
    The old file is overwritten in place where a new file would lose something of
    the user's (other hard links, an owner that cannot be set, an access control
-   list or extended attributes) or cannot be created there.  Meanwhile a copy of
-   the old file exists beside it as "<file>.vek-previous", or in /var/tmp where
-   nothing can be created beside it.
+   list or extended attributes), or cannot be created there or renamed over it.
+   Meanwhile a copy of the old file exists in its directory as
+   "<file>.vek-previous", or in /var/tmp where nothing can be created there.
 
    Updates lock the file against each other and wait at most 10 seconds.
    Readers do not wait.  If another program has changed the file meanwhile, the
@@ -838,7 +841,7 @@ VEK_API const char *vorn_vek_add_extension(const char *name, const char *ext);
 
    Where a name is resolved, the database "shared" stands for
    "<product>_shared", except in the product dunmoren.  A name that cannot be
-   resolved stays a name in its form.  Nothing here prints.  */
+   resolved is returned as a name, not as a path.  Nothing here prints.  */
 
 /* Return the bracket form of a URL form, or the path of a file URL.
 
@@ -979,8 +982,8 @@ VEK_API int vorn_vek_rename_file(char *old_path, char *new_path);
 
 /* Copy a file to its backup, whose name has "q" for the last character.
 
-   The backup is written to a new file beside it, synced, and renamed over an
-   older one, which is kept if that fails.  It is as private as the file.
+   The backup is written to a new file in its directory, synced, and renamed over
+   an older backup, which is kept if that fails.  It is as private as the file.
 
    Returns     0 if the backup is made, else 1.
    Prints      As vorn_vek_copy_file2file.  Nothing for a file that does not
@@ -1030,10 +1033,12 @@ VEK_API int vorn_vek_inherit_permissions(void);
 
    Parameters  name   Each "\" in it is converted to "/" if databases are
                       searched.
-               found  Becomes 1 or 0.  Only this says whether the file is there.
-   Returns     `name` itself for a plain path, found or not, and for what counts
-               as found.  Otherwise the result of vorn_vek_search_file.  The
-               caller releases only a result that is neither `name` nor empty.
+               found  Becomes 1 or 0.  The result does not show whether the file
+                      is found.
+   Returns     `name` itself where it is tested as a plain path, found or not,
+               and where it counts as found.  Otherwise the result of
+               vorn_vek_search_file.  The caller releases only a result that is
+               neither `name` nor empty.
    Prints      The first call, unless interface mode is on, prints an empty
                line, what the starts print, and another empty line.  Between
                these it prints a line for each name of 40 or more characters,
