@@ -276,9 +276,9 @@ VEK_API int vek_env_read(char *path);
    default writable database is set, and when the user saves.
 
    The new text is written to a new file in the same directory (".vek-" and
-   numbers), synced, and renamed over the private file.  So the name always leads to the old
-   text or the new one: for every reader, after a kill, after a power cut, and
-   on a full disk.  Mode, owner and group are kept.  A symbolic link is
+   numbers), synced, and renamed over the private file.  So the name always leads
+   to the old text or the new one: for every reader, after a kill, after a power
+   cut, and on a full disk.  Mode, owner and group are kept.  A symbolic link is
    followed.
 
    The old file is overwritten in place where a new file would lose something of
