@@ -70,7 +70,8 @@ int append_file(const command_options &options);
 int back_up_file(const command_options &options);
 int delete_file(const command_options &options);
 
-// The library writes the private configuration file for these, but for the move.
+// These change the session.  All but the move also write the private configuration
+// file.
 int add_database(const command_options &options);
 int remove_database(const command_options &options);
 int move_database(const command_options &options); // prints the new order

@@ -38,7 +38,7 @@ static int report_long_name()
 }
 
 // A variable keeps the value of the last file that sets it.  False, after a report, if a
-// file could not be read or a variable could not be set.
+// file could not be read or its last variable could not be set.
 static bool read_product_files(environment_start *state)
 {
     bool is_clean = vek_env_read(state->shared) == 0;
@@ -54,9 +54,9 @@ static bool read_product_files(environment_start *state)
     return false;
 }
 
-// Read the ENVIRONMENT statements of the plug-ins in the model, except for the one that
-// starts.  False if one failed.
-static bool read_plugin_files(const char *working_name)
+// Read the ENVIRONMENT statements of the plug-ins that the model names.  The product may
+// be among the names; its files are not read again.  False if a file failed, as above.
+static bool read_plugin_files(const char *product_name)
 {
     char list[plugin_list_size];
     char name[plugin_list_size];
@@ -67,7 +67,7 @@ static bool read_plugin_files(const char *working_name)
         return true;
     plugin_list_fetch(handle, list);
     for (const char *rest = list; plugin_list_next(&rest, name);) {
-        if (strcmp(name, working_name) == 0 || !find_plugin_file(path, name, true))
+        if (strcmp(name, product_name) == 0 || !find_plugin_file(path, name, true))
             continue;
         if (vek_env_read(path) != 0)
             is_clean = false;

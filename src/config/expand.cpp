@@ -7,7 +7,7 @@
 #include <cstring>
 
 constexpr size_t expanded_size = 267; // of a string after a replacement
-constexpr int max_replacements = 64;  // ends a cycle of variables
+constexpr int max_replacements = 64;  // enough for any sensible value; ends a cycle
 
 static void warn(const char *what, const char *variable)
 {

@@ -94,7 +94,7 @@ static int report_missing_shared_file(const char *name)
     return 1;
 }
 
-// There need not be one.  Then `path` becomes the empty string.
+// Set `path` to the empty string if there is no site file.
 static void find_site_file(char *path, const char *name)
 {
     const char *site = name_variable_value(name, "_SITE");
@@ -113,7 +113,7 @@ static bool private_file_exists(const char *path)
     return file != nullptr;
 }
 
-// Create the private file if it is missing.
+// Create the private file if it is missing.  Returns 0, or 1 after a report.
 static int ensure_private_file(char *path)
 {
     private_path whole = private_path_parts();

@@ -48,7 +48,7 @@ static bool read_line(cfg_text *text)
     return read_line_chunk(text, vek_message_buf, line_limit, LINE_TEXT) > 0;
 }
 
-// Reports the line and skips the rest of it.
+// Report the line and skip the rest of it.
 static void reject_long_line(cfg_parser *parser, cfg_text *text)
 {
     report(REPORT_ERROR, caller, "%s %d of cfg_file '%s':", "Syntax error in line", parser->line,

@@ -197,7 +197,8 @@ static text_span trim_end(text_span string)
     return string;
 }
 
-// Expand the variables in the path of a statement and make all separators "/".
+// Expand the variables in the path of a statement, convert "\" to "/" and remove extra
+// separators.
 static void normalize_path(char *path)
 {
     vorn_vek_nt2unix_path(path);

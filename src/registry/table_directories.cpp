@@ -132,7 +132,7 @@ static int make_table_dirs(const vek_db_rec *db, int last_cfg_index, bool cwd_ok
 }
 
 // A database gets the tables of its own file and of the files before it.  The current
-// directory stays the same meanwhile, so it is looked at once.
+// directory does not change in between, so it is checked once.
 static int make_in_all_databases()
 {
     int result = 0;

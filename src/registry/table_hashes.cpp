@@ -1,6 +1,6 @@
 // Finding a table of one database by its class, extension or alias.  For each of
 // these keys a database has an array with the hashes of its tables, so that a
-// search touches no records but those whose hash is equal.
+// search reads only the records whose hash is equal.
 
 #include "memory/array.h"
 #include "registry/registry.h"
@@ -35,7 +35,7 @@ void hashes_append(vek_db_rec *db, const vek_tbl_rec *table)
         db->tbl_hashes[key][db->tbl_count] = text_hash_nocase(key_of(table, key));
 }
 
-// As many hashes as an integer has bits are compared at a time.  The bits are in a
+// Hashes are compared in blocks, with one bit of a uint32_t for each.  The bits are in a
 // table because not every processor can shift each lane of a vector by its own count.
 constexpr int block_size = 32;
 

@@ -42,7 +42,7 @@ struct private_update {
     char copy[VEK_PATH_SIZE]; // path of a copy of the old text; empty if there is none
     cfg_text old;             // the old text; empty for a template
     text_builder text;        // the new text
-    new_file created;         // contains it; none if the file has to be overwritten
+    new_file created;         // has the new text; none if the old file has to be overwritten
 };
 
 // config/private/steps.cpp.  Each step returns false after a report, except for
@@ -60,7 +60,7 @@ void unlock_private_file(private_update *state);
 bool report_failure(const private_update *state, const char *reason); // returns false
 
 // config/private/new_text.cpp.  Append the new text to `out`.  Reads `old` to its end.
-// `name` is the database of WRITE_ADDED and WRITE_REMOVED.
+// `name` is the database of WRITE_ADDED and WRITE_REMOVED; not null.
 void write_new_text(text_builder *out, cfg_text *old, write_mode mode, const char *name);
 
 // config/private/statements.cpp.  Append a statement with the present value from the

@@ -53,13 +53,13 @@ static bool report_once(bool *is_reported, const char *what, const char *name)
 // of the value as a line ending.
 static bool fits_statement(const char *variable, const char *value)
 {
-    constexpr size_t longest_value = 180, longest_statement = 254;
+    constexpr size_t longest_value = 180, longest_line = 254;
     const char *rest = value;
     size_t name_length = strlen(variable);
     size_t value_length = strlen(value);
     size_t length = 14 + (name_length < 22 ? 22 : name_length) + 3 + value_length;
     return text_next_word(&rest).length > 0 && value_length <= longest_value &&
-           length <= longest_statement && strpbrk(value, "!\n") == nullptr &&
+           length <= longest_line && strpbrk(value, "!\n") == nullptr &&
            value[value_length - 1] != '\r';
 }
 

@@ -90,7 +90,8 @@ static bool back_up_for_user(private_update *state)
     return true;
 }
 
-// Then the backup is kept.
+// An empty file, for instance one that lost its text, must not replace a backup that
+// has text.
 static bool is_empty_unlike_backup(const private_update *state)
 {
     char backup[VEK_PATH_SIZE];
@@ -163,6 +164,7 @@ static bool copy_to_temp_file(private_update *state)
     return result == 0 && (error == 0 || report_failure(state, strerror(error)));
 }
 
+// Fails only where processes share the directory, which is on Windows.
 static bool lock_temp_dir(private_update *state)
 {
     constexpr const char *reason = "Another process has kept its files locked for 10 seconds";

@@ -1,7 +1,9 @@
 // Creating, updating and saving the user's private configuration file.
 //
 // At any time the file has either its whole old text or its whole new text: for other
-// programs that read it, and after a kill, a full disk or a power failure.
+// programs that read it, and after a kill, a full disk or a power failure.  A file that
+// cannot be replaced is overwritten instead.  Then a safety copy of its old text is on the
+// disk until the new text is.
 
 #include "config/config.h"
 #include "config/private/private.h"
