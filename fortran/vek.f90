@@ -16,7 +16,7 @@ module vek
     ! Read the ENVIRONMENT statements of the product and of the plug-ins that
     ! the loaded model names.  Call it before the first search.
     ! Returns 0 on success; 1 if a file did not open or its last setting failed;
-    ! -1 if the configuration files were not found.
+    ! -1 if the shared file was not found or the private file could not be created.
     function f2c_vorn_vek_cfg_env_read() bind(C, name="F2C_VORN_VEK_CFG_ENV_READ") result(status)
       import :: c_int
       integer(c_int) :: status
