@@ -7,16 +7,19 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 
 void prepare()
 {
     set_env("KLV_VEK_SEARCH", "yes");
-    set_env("KLV_USER_PLUGIN_DIR", (home + ":" + home + "/none").c_str());
+    set_env("KLV_USER_PLUGIN_DIR", (home + "/none;" + home + "/plugins").c_str());
     write_file("vorn.cfg", "DATABASE vorn_shared shared.vek\nTABLE damper dampers.tbl dpr\n");
-    write_file("plug.cfg", "DATABASE plug_shared plug.vek\nTABLE spring springs.tbl spr\n");
+    std::filesystem::create_directory("plugins");
+    write_file("plugins/plug.cfg", "DATABASE plug_shared plug.vek\nTABLE spring springs.tbl spr\n");
     write_file(".vorn.cfg", "DATABASE private private.vek\nENVIRONMENT A b\n");
     for (const char *name : {"a.dpr", "a.spr", "b.dpr"})
         write_file(name, "");
+    EXPECT(vek_chk_cfg_files("plug", nullptr, nullptr, nullptr) == 0);
 }
 
 static void search(const std::string &name, const std::string &file_class)
