@@ -21,8 +21,8 @@ open_dir *platform_open_dir(const char *path);
 // end (errno is 0) and on a read error.
 bool platform_read_dir(open_dir *dir, char *name, size_t size);
 // As platform_dir_is_accessible and platform_make_dir, of a path relative to `dir`.
-bool platform_dir_in_is_accessible(open_dir *dir, const char *path);
-bool platform_make_dir_in(open_dir *dir, const char *path);
+bool platform_dir_is_accessible_at(open_dir *dir, const char *path);
+bool platform_make_dir_at(open_dir *dir, const char *path);
 void platform_close_dir(open_dir *dir);
 
 // Open for reading.  Line endings are not converted.  Directories and endless
@@ -31,7 +31,8 @@ FILE *platform_open_to_read(const char *path);
 // The same.  On Windows, retries for two seconds while another program has the file
 // open without sharing it, as a virus scanner does for a moment.
 FILE *platform_open_to_read_retrying(const char *path);
-// Whether a path would open for reading.  Uses one open and one fstat.
+// Whether a path would open for reading; true also for an endless device.  Reads
+// nothing: uses one open and one fstat.
 bool platform_is_readable_file(const char *path);
 // Whether a file of that name can be created in a directory.  Does not wait for other
 // processes.  Creates and removes the file; what had the name before is removed, too.

@@ -34,8 +34,7 @@ bool platform_make_dir(const char *path)
     return posix_retry([&] { return mkdir(path, 0777); }) == 0;
 }
 
-// Of a process that has closed a standard stream none is opened: its descriptor would be
-// taken.
+// Fails if a standard stream is closed: opendir takes the lowest free descriptor.
 open_dir *platform_open_dir(const char *path)
 {
     DIR *dir = nullptr;
@@ -62,12 +61,12 @@ bool platform_read_dir(open_dir *dir, char *name, size_t size)
     return entry != nullptr;
 }
 
-bool platform_dir_in_is_accessible(open_dir *dir, const char *path)
+bool platform_dir_is_accessible_at(open_dir *dir, const char *path)
 {
     return dir_at_is_accessible(dirfd(stream_of(dir)), path);
 }
 
-bool platform_make_dir_in(open_dir *dir, const char *path)
+bool platform_make_dir_at(open_dir *dir, const char *path)
 {
     return posix_retry([&] { return mkdirat(dirfd(stream_of(dir)), path, 0777); }) == 0;
 }

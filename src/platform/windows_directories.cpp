@@ -23,7 +23,7 @@ static HANDLE open_to_traverse(const char *path)
                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
 }
 
-// A process that may traverse a directory can make it its current one.
+// A process can change to a directory that it may traverse.
 bool platform_dir_is_accessible(const char *path)
 {
     BY_HANDLE_FILE_INFORMATION found;
@@ -75,13 +75,13 @@ bool platform_read_dir(open_dir *dir, char *name, size_t size)
     return true;
 }
 
-bool platform_dir_in_is_accessible(open_dir *dir, const char *path)
+bool platform_dir_is_accessible_at(open_dir *dir, const char *path)
 {
     char whole[2 * MAX_PATH];
     return text_join(whole, {dir->path, "/", path}) && platform_dir_is_accessible(whole);
 }
 
-bool platform_make_dir_in(open_dir *dir, const char *path)
+bool platform_make_dir_at(open_dir *dir, const char *path)
 {
     char whole[2 * MAX_PATH];
     errno = ENAMETOOLONG;

@@ -39,13 +39,13 @@ static bool table_dir_is_accessible(const db_dir *dir, const vek_tbl_rec *table)
 {
     return dir->cwd_ok &&
            (dir->open == nullptr ? platform_dir_is_accessible(table->full_path)
-                                 : platform_dir_in_is_accessible(dir->open, path_in_db(table)));
+                                 : platform_dir_is_accessible_at(dir->open, path_in_db(table)));
 }
 
 static bool make_table_dir(const db_dir *dir, const vek_tbl_rec *table)
 {
     return dir->open == nullptr ? platform_make_dir(table->full_path)
-                                : platform_make_dir_in(dir->open, path_in_db(table));
+                                : platform_make_dir_at(dir->open, path_in_db(table));
 }
 
 // Returns whether the directory exists or is created.  Another process may create it
