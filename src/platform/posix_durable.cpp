@@ -239,8 +239,8 @@ bool platform_create_in_dir_of(new_file *created, const char *path, new_file_kin
     if (kind != NEW_FILE && posix_retry([&] { return stat(like, &status); }) != 0)
         return false;
     bool has_list = kind != NEW_FILE && has_attributes(like);
-    bool cannot_be_copied = !S_ISREG(status.st_mode) || status.st_nlink > 1 || has_list;
-    if (kind == NEW_FILE_EXACT && cannot_be_copied) {
+    bool can_be_replaced = S_ISREG(status.st_mode) && status.st_nlink <= 1 && !has_list;
+    if (kind == NEW_FILE_EXACT && !can_be_replaced) {
         errno = EPERM;
         return false;
     }

@@ -28,7 +28,8 @@ static HANDLE create_lock_file(const char *path)
 }
 
 // ERROR_ACCESS_DENIED has two causes: the lock file is being removed, which takes a
-// moment, or the directory does not allow creating it.  In that case nothing is locked.
+// moment, or the directory does not allow creating it.  In the second
+// case nothing is locked.
 intptr_t platform_lock_file(const char *path, int64_t deadline)
 {
     int file = windows_open_retrying(path, _O_WRONLY | _O_APPEND | _O_BINARY);
@@ -149,7 +150,7 @@ static int create_unique(new_file *created, const char *path, const char *mode)
     return file;
 }
 
-// Whether the file can be replaced without losing other hard links or being a link.
+// Whether the file is a regular file without other hard links, and not a symbolic link.
 static bool can_be_replaced(const BY_HANDLE_FILE_INFORMATION &file, bool is_regular)
 {
     return is_regular && file.nNumberOfLinks <= 1 &&
