@@ -18,7 +18,7 @@ int64_t platform_clock();
 intptr_t platform_lock_file(const char *path, int64_t deadline);
 void platform_unlock(intptr_t lock);
 
-// Identifies a file and the version of its contents, as far as the system tells.  All
+// Identifies a file and the version of its contents, by what the system reports.  All
 // zero if the path does not lead to a regular file.
 struct file_state {
     uint64_t device, number, size;
@@ -41,7 +41,7 @@ struct new_file {
 
 enum new_file_kind {
     NEW_FILE,         // with default permissions
-    NEW_FILE_PRIVATE, // readable by no more users than another; with its owner if possible
+    NEW_FILE_PRIVATE, // readable by no more users than another; same owner if possible
     NEW_FILE_EXACT    // with all properties of another
 };
 
@@ -55,7 +55,7 @@ bool platform_create_in_dir_of(new_file *created, const char *path, new_file_kin
 bool platform_sync_and_close(new_file *created);
 // Replace `path` with the closed file, atomically.
 bool platform_replace(new_file *created, const char *path);
-// Rename the closed file to `path`.  Fails with EEXIST if that exists.
+// Create `path` by renaming the closed file.  Fails with EEXIST if `path` exists.
 bool platform_create_from(new_file *created, const char *path);
 // Close and remove a file that was not renamed.  Keeps errno.
 void platform_discard(new_file *created);

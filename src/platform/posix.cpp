@@ -74,7 +74,8 @@ bool platform_is_readable_file(const char *path)
 }
 
 // For something that exists and can't be removed, such as another user's file.  Whether
-// it can be written, or else whether the directory allows creating files.
+// it can be written, or else whether the directory allows creating files.  False for a
+// directory that this user owns.
 static bool can_write_existing(const char *path, const char *dir)
 {
     struct stat status;

@@ -27,15 +27,16 @@ static int open_retrying(const char *path, int flags, mode_t mode)
     }
 }
 
-// One call, which never blocks.
+// One system call instead of three.  False also if an open stream reports an error or a
+// hangup.
 static bool standard_descriptors_are_open()
 {
     pollfd streams[] = {{STDIN_FILENO, 0, 0}, {STDOUT_FILENO, 0, 0}, {STDERR_FILENO, 0, 0}};
     return poll(streams, 3, 0) == 0;
 }
 
-// Open the free descriptors up to that of standard error, so that no file gets them.
-// Returns how many; the first entries of `reserved` hold them.
+// Open /dev/null on the free descriptors up to that of standard error, so that no file
+// gets them.  Returns how many.  They are the first entries of `reserved`.
 static int reserve_standard_descriptors(int (&reserved)[STDERR_FILENO + 1])
 {
     int count = 0;

@@ -22,5 +22,6 @@ int posix_open(const char *path, int flags, mode_t mode = 0);
 // is a regular file that is not empty.
 int posix_open_to_write(const char *path, int flags, bool *has_text);
 
-// As fsync, repeated while a signal interrupts it.  True if there is nothing to sync, as on a pipe.
+// As fsync, repeated while a signal interrupts it.  True if there is nothing to sync, as
+// on a pipe.
 bool posix_sync(int file);
