@@ -53,8 +53,8 @@ int backup_file(char *path, int *unread);
 bool overwrite_file(const char *path, const char *mode, const char *text, size_t length,
                     const char **left);
 
-// The safety copy that an earlier overwriting of the file left, because the process was
-// killed or could not restore the file.  Null if there is none; else in a static buffer.
+// Returns the path of the safety copy that an earlier call left, because the process was
+// killed or could not restore the file.  In a static buffer; null if there is none.
 const char *find_safety_copy(const char *path);
 // The same, for a caller that has locked the file: a copy that equals the file is
 // removed.

@@ -1,4 +1,4 @@
-// Overwriting the contents of a file that must remain the same file.
+// Overwriting a file in place, where it can't be replaced by another.
 
 #include "files/files.h"
 #include "platform/durable.h"

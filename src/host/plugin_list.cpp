@@ -37,7 +37,7 @@ static text_span whole_names(const char *text)
 
 void plugin_list_fetch(int handle, char (&list)[plugin_list_size])
 {
-    // The host does not know the size, so the buffer is far larger than any list.
+    // ac_get_string does not know the size, so the buffer is far larger than any valid list.
     static char delivered[65536];
 
     delivered[0] = '\0';

@@ -1,4 +1,4 @@
-// What the sources of this folder share beyond vek.h.
+// What the sources of this folder share besides vek.h.
 
 #pragma once
 
@@ -22,8 +22,8 @@ const char *vek_search_levels(const char *file_class, char *name, int skipped);
 }
 
 // names/path_parts.cpp.  Copy the directory of a path, whose separators are all "/".
-// Returns where its file name begins.  Both parts are also copied to the buffers of
-// vorn_vek_input2path and vorn_vek_input2file.
+// Returns where its file name begins.  Leaves the buffers of vorn_vek_input2path and
+// vorn_vek_input2file as those functions do: without a "/", the first has the whole path.
 const char *split_path(const char *path, char (&directory)[VEK_PATH_SIZE]);
 
 // names/file_search.cpp.  The name of the same file in the product's own shared

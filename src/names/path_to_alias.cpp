@@ -23,8 +23,8 @@ static const char *skip_prefix_nocase(const char *path, const char *prefix)
     return path + length;
 }
 
-// Returns the table with whose directory a path starts, or null.  `rest` is what
-// follows the database's directory in the path, null if it does not start with that.
+// Returns the first table whose directory is a prefix of the path, or null.  `rest` is
+// the path after the database's directory, or null if that is not a prefix.
 static const vek_tbl_rec *find_table_by_path(const vek_db_rec *db, const char *rest)
 {
     if (rest == nullptr || *rest != '/')

@@ -1,4 +1,4 @@
-// Text that grows as it is appended to.
+// A buffer that grows as it is appended to.
 
 #pragma once
 
@@ -11,7 +11,7 @@
 #endif
 
 // Initialized with {}.  `bytes` is not terminated.  Once memory has run out (ENOMEM),
-// `is_truncated` is true and the text no longer grows.
+// `is_truncated` is true: bytes are missing, and the capacity no longer grows.
 struct text_builder {
     char *bytes;
     size_t length;

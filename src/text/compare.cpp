@@ -9,7 +9,7 @@ static int upper(char character)
     return toupper(static_cast<unsigned char>(character));
 }
 
-// Characters that are equal without regard to case, in any locale, are folded to one
+// Characters that are equal without regard to case in some locale fold to the same
 // value.  ASCII letters have the same upper case in every locale except for "i", which
 // some locales pair with a letter that is not ASCII.  The upper case of other
 // characters, and of control characters, depends on the locale: all these become 0.
