@@ -203,6 +203,14 @@ TEST_F(Durability, AFileThatCannotBeReplacedIsOverwritten)
         EXPECT_NE(read_file(file), private_cfg);
         EXPECT_EQ(read_file(backup), private_cfg);
     }
+    write_file(file); // has nothing to lose, and gets nothing
+    calls::error_for = [this](const std::string &call) {
+        return call.starts_with("rename ") ? EXDEV : call == "write " + path_of(file) ? ENOSPC : 0;
+    };
+    host::answer = 1;
+    EXPECT_EQ(vorn_sav_cfg(), 0);
+    EXPECT_EQ(drain_output(), unwritten("No space left on device"));
+    EXPECT_EQ(read_file(file), "");
     calls::error_for = nullptr;
     // What cannot be a copy of the library's does not prevent updates.
     const char *const copy = ".vorn.cfg.vek-previous";

@@ -1,6 +1,7 @@
 // The lists of databases and tables, and the directories that belong to them.
 
 #include "support/fixture.h"
+#include "text/text.h"
 
 #include <climits>
 #include <filesystem>
@@ -135,6 +136,17 @@ TEST_F(Registry, TablesAreFoundByClassAndExtension)
     check(vorn_vek_alias2path,
           "<B_long_database>/rears_absorber=b/rears_absorber "
           "<b_long_database>/other_absorber=b c_long_database=c_long_database");
+    // So many that they are compared in blocks, and two classes with the same hash.
+    ASSERT_EQ(text_hash_nocase("kecycvj"), text_hash_nocase("yfjnhjb"));
+    add_table("kecycvj kecycvj.tbl first");
+    for (int i = 100; i < 170; ++i) {
+        const std::string number = std::to_string(i);
+        add_table("class" + number + " " + number + ".tbl e" + number);
+        if (i == 135)
+            add_table("yfjnhjb yfjnhjb.tbl second");
+    }
+    check(vorn_vek_class2ext, "kecycvj=first YFJNHJB=second class100=e100 Class169=e169 class170=");
+    check(vorn_vek_ext2class, "e131=class131 e132=class132 e150=class150 e171=");
     EXPECT_EQ(host::printed(), Lines{});
 }
 
