@@ -21,6 +21,7 @@ static void warn_of_missing_directory(const vek_db_rec *db, const vek_tbl_rec *t
 
 // A database's directory while its table directories are created.
 struct db_dir {
+    const char *path;
     open_dir *open; // null: each table directory is accessed by its full path
     bool is_listed; // a table that is not marked as listed has no directory
     bool cwd_ok;    // if not, no directory counts as existing
@@ -37,15 +38,20 @@ static const char *path_in_db(const vek_tbl_rec *table)
 
 static bool table_dir_is_accessible(const db_dir *dir, const vek_tbl_rec *table)
 {
-    return dir->cwd_ok &&
-           (dir->open == nullptr ? platform_dir_is_accessible(table->full_path)
-                                 : platform_dir_is_accessible_at(dir->open, path_in_db(table)));
+    char path[VEK_TBL_PATH_SIZE];
+    if (!dir->cwd_ok)
+        return false;
+    if (dir->open != nullptr)
+        return platform_dir_is_accessible_at(dir->open, path_in_db(table));
+    return text_join(path, {dir->path, "/", table->dir}) && platform_dir_is_accessible(path);
 }
 
 static bool make_table_dir(const db_dir *dir, const vek_tbl_rec *table)
 {
-    return dir->open == nullptr ? platform_make_dir(table->full_path)
-                                : platform_make_dir_at(dir->open, path_in_db(table));
+    char path[VEK_TBL_PATH_SIZE];
+    if (dir->open != nullptr)
+        return platform_make_dir_at(dir->open, path_in_db(table));
+    return text_join(path, {dir->path, "/", table->dir}) && platform_make_dir(path);
 }
 
 // Returns whether the directory exists or is created.  Another process may create it
@@ -98,7 +104,7 @@ static bool list_tables(const vek_db_rec *db, open_dir *dir, int unseen)
 static db_dir open_db_dir(const vek_db_rec *db, int last_cfg_index, bool cwd_ok)
 {
     constexpr int few = 4;
-    db_dir dir = {nullptr, false, cwd_ok};
+    db_dir dir = {db->path, nullptr, false, cwd_ok};
     int unseen = count_unseen(db, last_cfg_index);
     if (unseen > few && dir.cwd_ok)
         dir.open = platform_open_dir(db->path);
@@ -193,14 +199,20 @@ static void report_no_directory(const char *path)
               "Error: Cannot create directory %s", path);
 }
 
-static bool make_dir_in_new_database(const char *path, const vek_tbl_rec *table)
+// Nothing is in a new directory, so no table directory is looked for.
+static bool make_dirs_in_new_database(const char *path)
 {
-    char directory[VEK_TBL_PATH_SIZE];
-    text_join(directory, {path, "/", table->dir});
-    if (platform_make_dir(directory) || (errno == EEXIST && vorn_vek_db_exists(directory) != 0))
-        return true;
-    report_no_directory(directory);
-    return false;
+    bool is_complete = true;
+    const db_dir dir = {path, nullptr, true, cwd_is_reachable()};
+    const vek_db_rec *first = db_at(1);
+    for (int i = 0; first != nullptr && i < first->tbl_count; ++i)
+        if (!ensure_table_dir(&dir, first->tbls[i])) {
+            char directory[VEK_TBL_PATH_SIZE];
+            text_join(directory, {path, "/", first->tbls[i]->dir});
+            report_no_directory(directory);
+            is_complete = false;
+        }
+    return is_complete;
 }
 
 int vorn_cre_dat(const char *path)
@@ -216,12 +228,7 @@ int vorn_cre_dat(const char *path)
         report_no_directory(path);
         return 0;
     }
-    bool is_complete = true;
-    const vek_db_rec *first = db_at(1);
-    for (int i = 0; first != nullptr && i < first->tbl_count; ++i)
-        if (!make_dir_in_new_database(path, first->tbls[i]))
-            is_complete = false;
-    if (!is_complete) {
+    if (!make_dirs_in_new_database(path)) {
         vek_err(caller, "Warning: new database may not be configured");
         vek_err(caller, "  properly and may produce errors when accessing");
     }
