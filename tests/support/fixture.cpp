@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 
 namespace fs = std::filesystem;
@@ -33,41 +32,6 @@ TempDirTest::~TempDirTest()
 void set_env(const std::string &name, const std::string &value)
 {
     set_variable(name, value);
-}
-
-void make_dir(const std::string &path)
-{
-    fs::create_directories(path);
-}
-
-void write_file(const std::string &path, const std::string &text)
-{
-    if (fs::path parent = fs::path(path).parent_path(); !parent.empty())
-        fs::create_directories(parent);
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string read_file(const std::string &path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-std::string read_text(const std::string &path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-}
-
-Lines listing(const std::string &dir)
-{
-    Lines names;
-    for (const fs::directory_entry &entry : fs::directory_iterator(dir))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 Buffer::Buffer(const std::string &text)

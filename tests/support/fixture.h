@@ -9,6 +9,7 @@
 #include "names/names.h"
 #include "registry/registry.h"
 
+#include "files.h"
 #include "recording_host.h"
 #include "system.h"
 
@@ -26,11 +27,6 @@ class TempDirTest : public testing::Test {
 };
 
 void set_env(const std::string &name, const std::string &value); // in the environment
-void make_dir(const std::string &path);                          // with its parents
-void write_file(const std::string &path, const std::string &text = "");
-std::string read_file(const std::string &path);
-std::string read_text(const std::string &path); // in text mode: newlines are converted
-Lines listing(const std::string &dir);          // its entries, sorted
 // The file that the library creates to probe a directory.  If it exists as a directory, the
 // probe fails for every user, root included.
 constexpr char probe_file[] = "/tmp_bedwvorn.txt";

@@ -6,9 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <vector>
-
-using Lines = std::vector<std::string>;
+#include "files.h"
 
 namespace host {
 

@@ -24,3 +24,6 @@ void make_pipe(const std::string &path);
 // Kill the process after that many seconds, so that it cannot wait for a pipe forever.  0
 // cancels the alarm.  Does nothing on Windows.
 void set_alarm(unsigned seconds);
+// Run a program without a shell and return its exit status, or a negative number if it died.
+int run_program(const std::vector<std::string> &words);
+bool is_root();

@@ -2,7 +2,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <spawn.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 std::string make_temp_dir()
@@ -41,4 +43,23 @@ void make_pipe(const std::string &path)
 void set_alarm(unsigned seconds)
 {
     alarm(seconds);
+}
+
+int run_program(const std::vector<std::string> &words)
+{
+    std::vector<char *> arguments;
+    for (const std::string &word : words)
+        arguments.push_back(const_cast<char *>(word.c_str()));
+    arguments.push_back(nullptr);
+    pid_t child;
+    int status;
+    if (posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0 ||
+        waitpid(child, &status, 0) != child)
+        abort();
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+bool is_root()
+{
+    return geteuid() == 0;
 }

@@ -39,3 +39,20 @@ void make_pipe(const std::string &)
 void set_alarm(unsigned)
 {
 }
+
+int run_program(const std::vector<std::string> &words)
+{
+    std::vector<std::string> quoted;
+    std::vector<const char *> arguments;
+    for (const std::string &word : words)
+        quoted.push_back("\"" + word + "\"");
+    for (const std::string &word : quoted)
+        arguments.push_back(word.c_str());
+    arguments.push_back(nullptr);
+    return static_cast<int>(_spawnv(_P_WAIT, words[0].c_str(), arguments.data()));
+}
+
+bool is_root()
+{
+    return false;
+}

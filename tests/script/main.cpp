@@ -1,0 +1,265 @@
+// vek_script FILE [CASE] - run the cases of a script, or those whose title contains CASE.
+// vek_script --rewrite FILE - put what happens in the place of what the script expects.
+//
+// Each case runs in a directory of its own, and each part of it that "-- process" ends in a
+// process of its own.  The process writes down what it does in the form of the script, and
+// the case passes if that is the script.
+
+#include "commands.h"
+#include "support/system.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+struct Case {
+    std::string title;
+    size_t line; // of the title in its file
+    Lines lines; // without comments and empty lines
+};
+
+struct Script {
+    std::vector<Case> cases;
+    std::map<std::string, Lines> blocks; // by name
+};
+
+static std::string contents(const fs::path &path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+// "== title" begins a case, ": name" a block.  common.txt has blocks for all scripts.
+static void read_script(const fs::path &path, Script &script)
+{
+    Lines *lines = nullptr;
+    size_t number = 0;
+    for (const std::string &line : lines_of(contents(path))) {
+        ++number;
+        if (line.empty() || line[0] == '#')
+            continue;
+        if (line.starts_with("== ")) {
+            script.cases.push_back({line.substr(3), number, {}});
+            lines = &script.cases.back().lines;
+        } else if (line.starts_with(": "))
+            lines = &script.blocks[line.substr(2)];
+        else
+            lines->push_back(line);
+    }
+}
+
+static bool is_text(const std::string &line)
+{
+    return line.starts_with("  ");
+}
+
+// The lines as encode writes them, with the blocks in the place of "  use NAME".
+static Lines expected_lines(const Script &script, const Lines &lines)
+{
+    Lines all;
+    for (const std::string &line : lines) {
+        if (!line.starts_with("  use ")) {
+            all.push_back(canonical(line));
+            continue;
+        }
+        for (const std::string &inner : script.blocks.at(line.substr(6)))
+            all.push_back(canonical("  " + inner));
+    }
+    return all;
+}
+
+static Lines run_lines(const Script &script, const Lines &lines);
+
+// The commands of a block are one command, which shows its lines only if they differ.
+static Lines run_block(const Script &script, const std::string &name)
+{
+    const Lines expected = expected_lines(script, script.blocks.at(name));
+    const Lines made = run_lines(script, expected);
+    Lines all = {"use " + name};
+    for (const std::string &line : made == expected ? Lines{} : made)
+        all.push_back("  " + line);
+    return all;
+}
+
+// Runs "COMMAND = result; COMMAND = result", where "&" repeats the operation before it.
+static Lines run_line(const std::string &line, const std::string &text)
+{
+    std::string shown, operation, output;
+    for (const std::string &part : split_unquoted(line, "; ")) {
+        const std::string command = split_unquoted(part + " ", " = ")[0];
+        const std::string typed = command.substr(0, command.find_last_not_of(' ') + 1);
+        const bool repeats = typed.starts_with("& ");
+        if (!repeats)
+            operation = typed.substr(0, typed.find(' '));
+        const std::string result = execute(repeats ? operation + typed.substr(1) : typed, text);
+        const size_t end = std::min(result.find('\n'), result.size());
+        shown += (shown.empty() ? "" : "; ") + canonical(typed) + result.substr(0, end);
+        output += result.substr(end);
+    }
+    return lines_of(shown + output);
+}
+
+static Lines run_lines(const Script &script, const Lines &lines)
+{
+    Lines all;
+    for (size_t i = 0; i < lines.size();) {
+        const std::string &line = lines[i++];
+        std::string text;
+        for (; i < lines.size() && is_text(lines[i]); ++i)
+            text += lines[i].substr(2) + "\n";
+        const Lines made =
+            line.starts_with("use ") ? run_block(script, line.substr(4)) : run_line(line, text);
+        all.insert(all.end(), made.begin(), made.end());
+    }
+    return all;
+}
+
+// The parts of a case, which run in one process each.
+static std::vector<Lines> parts_of(const Lines &lines)
+{
+    std::vector<Lines> parts(1);
+    for (const std::string &line : lines)
+        if (line == "-- process")
+            parts.emplace_back();
+        else
+            parts.back().push_back(line);
+    return parts;
+}
+
+static void prepare_process(const std::string &home)
+{
+    for (const std::string &variable : variables())
+        if (variable.starts_with("KLV_") || variable.starts_with("QNS_") ||
+            variable.starts_with("topdir="))
+            unset(variable.substr(0, variable.find('=')));
+    fs::current_path(home_dir = home);
+    set_variable("HOME", home);
+    set_variable(on_windows ? "TMP" : "TMPDIR", home + "-tmp");
+    set_alarm(60);
+}
+
+// In the process of one part: writes what it does to HOME-tmp/made.
+static int run_part(const Script &script, size_t nth, size_t part, const std::string &home)
+{
+    prepare_process(home);
+    const Lines lines = expected_lines(script, parts_of(script.cases.at(nth).lines).at(part));
+    const Lines made = run_lines(script, lines);
+    std::ofstream file(home + "-tmp/made", std::ios::binary);
+    for (const std::string &line : made)
+        file << line << "\n";
+    return 0;
+}
+
+// Runs a case and returns what happened.
+static Lines run_case(const std::string &program, const std::string &path, const Script &script,
+                      size_t nth)
+{
+    const std::string home = make_temp_dir();
+    Lines all;
+    const size_t count = parts_of(script.cases[nth].lines).size();
+    for (size_t part = 0; part < count; ++part) {
+        if (part > 0)
+            all.push_back("-- process");
+        fs::remove_all(home + "-tmp");
+        fs::create_directory(home + "-tmp");
+        const int status =
+            run_program({program, "--part", path, std::to_string(nth), std::to_string(part), home});
+        for (const std::string &line : lines_of(contents(home + "-tmp/made")))
+            all.push_back(line);
+        if (status != 0)
+            all.push_back("the process ended with status " + std::to_string(status));
+    }
+    std::error_code ignored; // some paths are too long for the system
+    fs::permissions(home, fs::perms::all, ignored);
+    fs::remove_all(home, ignored);
+    fs::remove_all(home + "-tmp", ignored);
+    return all;
+}
+
+static void print_difference(const Lines &expected, const Lines &made)
+{
+    size_t begin = 0, end = 0;
+    const size_t shorter = std::min(expected.size(), made.size());
+    while (begin < shorter && expected[begin] == made[begin])
+        ++begin;
+    while (end < shorter - begin &&
+           expected[expected.size() - 1 - end] == made[made.size() - 1 - end])
+        ++end;
+    for (size_t i = begin < 2 ? 0 : begin - 2; i < begin; ++i)
+        printf("    %s\n", expected[i].c_str());
+    const bool is_by_line = expected.size() == made.size();
+    for (size_t i = begin; i < expected.size() - end; ++i) {
+        if (is_by_line && expected[i] == made[i])
+            continue;
+        printf("  - %s\n", expected[i].c_str());
+        if (is_by_line)
+            printf("  + %s\n", made[i].c_str());
+    }
+    for (size_t i = begin; !is_by_line && i < made.size() - end; ++i)
+        printf("  + %s\n", made[i].c_str());
+}
+
+// The tags of a title, "[posix]", "[windows]" and "[root]", say where its case runs.
+static bool runs_here(const std::string &title)
+{
+    return title.find(on_windows ? "[posix]" : "[windows]") == title.npos &&
+           (title.find("[root]") == title.npos || is_root());
+}
+
+static int rewrite(const fs::path &path, const Script &script, const std::map<size_t, Lines> &made)
+{
+    const Lines old = lines_of(contents(path));
+    std::ofstream file(path, std::ios::binary);
+    const Lines *replacement = nullptr;
+    for (size_t i = 0, nth = 0; i < old.size(); ++i) {
+        if (nth < script.cases.size() && script.cases[nth].line == i + 1) {
+            auto found = made.find(nth++);
+            replacement = found == made.end() ? nullptr : &found->second;
+            file << old[i] << "\n";
+            for (const std::string &line : replacement == nullptr ? Lines{} : *replacement)
+                file << line << "\n";
+        } else if (replacement == nullptr || old[i].empty() || old[i][0] == '#')
+            file << old[i] << "\n";
+    }
+    return 0;
+}
+
+int main(int count, char **arguments)
+{
+    Lines words(arguments, arguments + count);
+    const bool rewrites = count > 2 && words[1] == "--rewrite";
+    const bool is_part = count > 2 && words[1] == "--part";
+    if (rewrites || is_part)
+        words.erase(words.begin() + 1);
+    if (words.size() < 2)
+        return fprintf(stderr, "usage: vek_script [--rewrite] FILE [CASE]\n"), 2;
+    Script script;
+    read_script(fs::path(words[1]).replace_filename("common.txt"), script);
+    read_script(words[1], script);
+    if (is_part)
+        return run_part(script, std::stoul(words[2]), std::stoul(words[3]), words[4]);
+
+    std::map<size_t, Lines> different;
+    size_t ran = 0;
+    for (size_t nth = 0; nth < script.cases.size(); ++nth) {
+        const Case &test = script.cases[nth];
+        if (!runs_here(test.title) ||
+            (words.size() > 2 && test.title.find(words[2]) == test.title.npos))
+            continue;
+        ++ran;
+        const Lines expected = expected_lines(script, test.lines);
+        Lines made = run_case(words[0], words[1], script, nth);
+        if (made == expected)
+            continue;
+        printf("%s:%zu: %s\n", words[1].c_str(), test.line, test.title.c_str());
+        print_difference(expected, made);
+        different[nth] = std::move(made);
+    }
+    printf("%zu cases, %zu differ\n", ran, different.size());
+    return rewrites ? rewrite(words[1], script, different) : ran == 0 || !different.empty();
+}

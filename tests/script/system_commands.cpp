@@ -1,0 +1,148 @@
+// Commands for what the system or another process may do during an operation.
+
+#include "commands.h"
+
+#include "platform/durable.h"
+#include "support/failing_malloc.h"
+#include "support/recording_host.h"
+#include "support/system_calls.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <regex>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// What happens at the calls that match: the error of the nth one, of every other (nth -1) or
+// of all (nth 0), or once the execution of a command before the call is made.
+struct Rule {
+    std::regex call;
+    int error, nth;
+    std::string command;
+    int seen;
+};
+static std::vector<Rule> rules;
+static Lines made; // since the last "calls"
+static bool is_paused;
+
+static const std::map<std::string, int> errors = {
+    {"EACCES", EACCES}, {"EAGAIN", EAGAIN}, {"EBUSY", EBUSY},     {"EEXIST", EEXIST},
+    {"EINTR", EINTR},   {"EINVAL", EINVAL}, {"EIO", EIO},         {"ENOENT", ENOENT},
+    {"ENOLCK", ENOLCK}, {"ENOSPC", ENOSPC}, {"ENOTSUP", ENOTSUP}, {"EPERM", EPERM},
+    {"EROFS", EROFS},   {"EXDEV", EXDEV}};
+
+static int error_of(const std::string &call)
+{
+    if (is_paused)
+        return 0;
+    made.push_back(call);
+    for (size_t i = 0; i < rules.size(); ++i) {
+        if (!std::regex_search(call, rules[i].call))
+            continue;
+        const int seen = ++rules[i].seen;
+        if (rules[i].command.empty()) {
+            if (rules[i].nth == 0 || seen == rules[i].nth || (rules[i].nth < 0 && seen % 2 == 1))
+                return rules[i].error;
+        } else if (seen == 1) {
+            is_paused = true;
+            execute(rules[i].command, "");
+            is_paused = false;
+        }
+    }
+    return 0;
+}
+
+std::string run_operation(const Command &operation, Arguments &arguments)
+{
+    calls::error_for = error_of;
+    host::when_print = [](const char *text) { error_of(std::string("print ") + text); };
+    std::string result = operation(arguments);
+    calls::error_for = nullptr;
+    host::when_print = nullptr;
+    stop_failing();
+    return result;
+}
+
+// "refuse CALL ERROR [NTH]": CALL is a regular expression of what "calls" shows.
+static std::string refuse(Arguments &arguments)
+{
+    const std::string call = arguments.next(), error = arguments.next();
+    const int nth = arguments.is_used_up() ? 0 : std::stoi(arguments.next());
+    rules.push_back({std::regex(call), errors.at(error), nth, "", 0});
+    return "";
+}
+
+// "on CALL COMMAND": also for "print TEXT".
+static std::string on(Arguments &arguments)
+{
+    const std::string call = arguments.next();
+    rules.push_back({std::regex(call), 0, 0, arguments.rest(), 0});
+    return "";
+}
+
+static std::string allow(Arguments &)
+{
+    rules.clear();
+    return "";
+}
+
+static std::string show_calls(Arguments &arguments)
+{
+    const std::regex shown(arguments.is_used_up() ? "" : arguments.next());
+    std::string all;
+    for (const std::string &call : made)
+        if (std::regex_search(call, shown))
+            all += "\n  " + encode(call);
+    made.clear();
+    return all.empty() ? " = none" : all;
+}
+
+static std::string lock(Arguments &arguments)
+{
+    static intptr_t held = -1;
+    if (arguments.is_used_up())
+        platform_unlock(held);
+    else
+        held = platform_lock_file(arguments.next().c_str(), 0);
+    return "";
+}
+
+// "as USER COMMAND", for root only.
+static std::string as(Arguments &arguments)
+{
+    const auto user = static_cast<uid_t>(std::stoul(arguments.next()));
+    if (seteuid(user) != 0)
+        return " fails";
+    std::string result = execute(arguments.rest(), arguments.text);
+    return seteuid(0) == 0 ? result : " fails";
+}
+
+static std::string fail_nth_allocation(Arguments &arguments)
+{
+    const int nth = std::stoi(arguments.next());
+    fail_allocation(nth, !arguments.is_used_up() && arguments.next() == "persistent");
+    return "";
+}
+
+static std::string mode(Arguments &arguments)
+{
+    struct stat status = {};
+    char text[16];
+    lstat(arguments.next().c_str(), &status);
+    snprintf(text, sizeof text, " = %o", status.st_mode & 07777);
+    return text;
+}
+
+static std::string chown_file(Arguments &arguments)
+{
+    const auto user = static_cast<uid_t>(std::stoul(arguments.next()));
+    return chown(arguments.next().c_str(), user, user) == 0 ? "" : " fails";
+}
+
+const std::map<std::string, Command> system_commands = {
+    {"refuse", refuse}, {"on", on},
+    {"allow", allow},   {"calls", show_calls},
+    {"lock", lock},     {"unlock", lock},
+    {"as", as},         {"allocation", fail_nth_allocation},
+    {"mode", mode},     {"chown", chown_file},
+};
