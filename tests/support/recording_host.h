@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "files.h"
 #include <map>
 #include <optional>
 #include <string>
-#include "files.h"
 
 namespace host {
 
