@@ -1,4 +1,4 @@
-#include "platform/windows_open.h"
+#include "platform/open_windows.h"
 
 #include <cstdlib>
 #include <fcntl.h>

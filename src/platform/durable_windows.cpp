@@ -1,6 +1,6 @@
 #include "platform/durable.h"
+#include "platform/open_windows.h"
 #include "platform/platform.h"
-#include "platform/windows_open.h"
 #include "text/text.h"
 
 #include <cerrno>

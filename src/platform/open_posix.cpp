@@ -1,4 +1,4 @@
-#include "platform/posix_open.h"
+#include "platform/open_posix.h"
 
 #include <fcntl.h>
 #include <poll.h>

@@ -1,5 +1,5 @@
+#include "platform/open_posix.h"
 #include "platform/platform.h"
-#include "platform/posix_open.h"
 #include "text/text.h"
 
 #include <cerrno>

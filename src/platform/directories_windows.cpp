@@ -1,5 +1,5 @@
+#include "platform/open_windows.h"
 #include "platform/platform.h"
-#include "platform/windows_open.h"
 #include "text/text.h"
 
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "platform/durable.h"
+#include "platform/open_posix.h"
 #include "platform/platform.h"
-#include "platform/posix_open.h"
 #include "text/text.h"
 
 #include <cerrno>
