@@ -44,9 +44,32 @@ extern "C" {
 extern uint64_t __start_vek_bss[], __stop_vek_bss[], __start_vek_data[], __stop_vek_data[];
 }
 
+#ifdef VEK_COVERAGE
+extern "C" void __gcov_dump(), __gcov_reset();
+
+// The counts are among the variables of the library: write them before these change.
+static void write_coverage()
+{
+    const bool was_active = sandbox_active;
+    sandbox_active = false;
+    __gcov_dump();
+    __gcov_reset();
+    sandbox_active = was_active;
+}
+#else
+static void write_coverage()
+{
+}
+#endif
+
+#ifdef __clang__
+#define UNCHECKED __attribute__((no_sanitize("address"), no_builtin("memcpy")))
+#else
+#define UNCHECKED
+#endif
+
 // Not checked by the sanitizer, which poisons the bytes between the variables.
-__attribute__((no_sanitize("address"), no_builtin("memcpy"))) static void
-copy_words(uint64_t *to, const uint64_t *from, size_t count)
+UNCHECKED static void copy_words(uint64_t *to, const uint64_t *from, size_t count)
 {
     for (size_t i = 0; i < count; ++i)
         to[i] = from[i];
@@ -59,6 +82,7 @@ static state loaded, prepared;
 
 static state save_state()
 {
+    write_coverage();
     state current = {std::vector<uint64_t>((size_t)(__stop_vek_bss - __start_vek_bss)),
                      std::vector<uint64_t>((size_t)(__stop_vek_data - __start_vek_data))};
     copy_words(current.bss.data(), __start_vek_bss, current.bss.size());
@@ -68,6 +92,7 @@ static state save_state()
 
 static void restore(const state &saved)
 {
+    write_coverage();
     copy_words(__start_vek_bss, saved.bss.data(), saved.bss.size());
     copy_words(__start_vek_data, saved.data.data(), saved.data.size());
 }
