@@ -85,6 +85,20 @@ static std::string env(Arguments &arguments)
     return "";
 }
 
+// "vekhost ARGUMENTS" reads the file "stdin", and writes the files "stdout" and "stderr".
+static std::string vekhost(Arguments &arguments)
+{
+    if (freopen("stdin", "r", stdin) == nullptr || freopen("stdout", "w", stdout) == nullptr ||
+        freopen("stderr", "w", stderr) == nullptr)
+        return " fails";
+    arguments.words.insert(arguments.words.begin(), VEKHOST);
+    const std::string status = " = " + std::to_string(run_program(arguments.words));
+    const std::string output = read_text("stdout");
+    if (lines_of(output).size() == 1)
+        return status + joined(lines_of(output)).substr(2);
+    return output.empty() ? status : status + below(output);
+}
+
 static Command does(void (*action)(const std::string &))
 {
     return [=](Arguments &arguments) {
@@ -111,20 +125,6 @@ static std::string trace(Arguments &)
     return "";
 }
 
-// "vekhost ARGUMENTS" reads the file "stdin", and writes the files "stdout" and "stderr".
-static std::string vekhost(Arguments &arguments)
-{
-    if (freopen("stdin", "r", stdin) == nullptr || freopen("stdout", "w", stdout) == nullptr ||
-        freopen("stderr", "w", stderr) == nullptr)
-        return " fails";
-    arguments.words.insert(arguments.words.begin(), VEKHOST);
-    const std::string status = " = " + std::to_string(run_program(arguments.words));
-    const std::string output = read_text("stdout");
-    if (lines_of(output).size() == 1)
-        return status + joined(lines_of(output)).substr(2);
-    return output.empty() ? status : status + below(output);
-}
-
 const std::map<std::string, Command> commands = {
     {"file", file},
     {"dir", does(make_dir)},
@@ -144,13 +144,13 @@ const std::map<std::string, Command> commands = {
     {"answer", does([](const std::string &button) { host::answer = std::stoi(button); })},
     {"model", does([](const std::string &plugins) { host::plugin_list = plugins; })},
     {"trace", trace},
+    {"vekhost", vekhost},
     {"print", print},
     {"read", [](Arguments &arguments) { return " = " + quoted(read_file(arguments.next())); }},
     {"list", [](Arguments &arguments) { return joined(listing(arguments.next())); }},
     {"exists", [](Arguments &arguments) { return yes_or_no(fs::exists(arguments.next())); }},
     {"names", names},
     {"databases", databases},
-    {"vekhost", vekhost},
 };
 
 // The lines for the user, dialogs and variables set since the last command.
