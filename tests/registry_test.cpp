@@ -18,9 +18,9 @@ TEST_F(Registry, StringsThatHostsHoldStayValidAndMayBeArguments)
     EXPECT_EQ(vorn_vek_set_write_default("E"), 0);
     EXPECT_EQ(vorn_vek_set_write_default(vorn_vek_get_write_default()), 0);
     EXPECT_STREQ(vorn_vek_get_write_default(), "E");
-    write_file("file");
-    EXPECT_EQ(vorn_vek_set_def_propfile(vorn_vek_input2file(Buffer("x/class")), Buffer("file")), 1);
-    EXPECT_STREQ(vorn_vek_get_def_propfile("class"), "file://file");
+    const char *name = vorn_vek_input2file(Buffer("x/class")); // in a buffer that is overwritten
+    EXPECT_EQ(vorn_vek_set_def_propfile(name, Buffer(".vorn.cfg")), 1);
+    EXPECT_STREQ(vorn_vek_get_def_propfile("class"), "file://.vorn.cfg");
 }
 
 // Adds what a statement says, after attempts in which memory runs out at each allocation.
