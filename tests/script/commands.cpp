@@ -40,8 +40,9 @@ static std::string file(Arguments &arguments)
     std::string text = arguments.text;
     if (text.ends_with(end))
         text.erase(text.size() - end.size());
-    text = arguments.is_used_up() ? decode(text) : arguments.next();
-    write_file(path, text);
+    if (!arguments.is_used_up())
+        return write_file(path, arguments.next()), "";
+    write_file(path, decode(text));
     return arguments.text.empty() ? "" : below(arguments.text);
 }
 
@@ -151,6 +152,9 @@ const std::map<std::string, Command> commands = {
     {"exists", [](Arguments &arguments) { return yes_or_no(fs::exists(arguments.next())); }},
     {"names", names},
     {"databases", databases},
+    {"setting", does([](const std::string &id, const std::string &value) {
+         host::settings[std::stoi(id)] = std::stoi(value);
+     })},
 };
 
 // The lines for the user, dialogs and variables set since the last command.

@@ -58,17 +58,23 @@ static bool is_text(const std::string &line)
     return line.starts_with("  ");
 }
 
-// The lines as encode writes them, with the blocks in the place of "  use NAME".
+// The lines as encode writes them: "  A / B" is two lines, and "  use NAME" those of a block.
 static Lines expected_lines(const Script &script, const Lines &lines)
 {
     Lines all;
     for (const std::string &line : lines) {
-        if (!line.starts_with("  use ")) {
-            all.push_back(canonical(line));
-            continue;
-        }
-        for (const std::string &inner : script.blocks.at(line.substr(6)))
-            all.push_back(canonical("  " + inner));
+        const size_t end = is_text(line) ? line.find(" / ") : line.npos;
+        Lines parts;
+        if (end != line.npos)
+            parts = {line.substr(0, end), "  " + line.substr(end + 3)};
+        else if (line.starts_with("  use "))
+            for (const std::string &inner : script.blocks.at(line.substr(6)))
+                parts.push_back("  " + inner);
+        if (parts.empty())
+            parts.push_back(canonical(line));
+        else
+            parts = expected_lines(script, parts);
+        all.insert(all.end(), parts.begin(), parts.end());
     }
     return all;
 }
@@ -86,17 +92,21 @@ static Lines run_block(const Script &script, const std::string &name)
     return all;
 }
 
-// Runs "COMMAND = result; COMMAND = result", where "&" repeats the operation before it.
+// Runs "COMMAND = result; COMMAND = result", where "&" repeats the operation before it.  Lines
+// below are the text of a command that is alone on its line.
 static Lines run_line(const std::string &line, const std::string &text)
 {
     std::string shown, operation, output;
-    for (const std::string &part : split_unquoted(line, "; ")) {
-        const std::string command = split_unquoted(part + " ", " = ")[0];
+    const Lines parts = split_unquoted(line, "; ");
+    for (const std::string &part : parts) {
+        const std::string call = split_unquoted(part + " ", " = ")[0];
+        const std::string command = split_unquoted(call, " -> ")[0];
         const std::string typed = command.substr(0, command.find_last_not_of(' ') + 1);
         const bool repeats = typed.starts_with("& ");
         if (!repeats)
             operation = typed.substr(0, typed.find(' '));
-        const std::string result = execute(repeats ? operation + typed.substr(1) : typed, text);
+        const std::string result =
+            execute(repeats ? operation + typed.substr(1) : typed, parts.size() == 1 ? text : "");
         const size_t end = std::min(result.find('\n'), result.size());
         shown += (shown.empty() ? "" : "; ") + canonical(typed) + result.substr(0, end);
         output += result.substr(end);
