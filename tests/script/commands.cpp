@@ -155,6 +155,8 @@ const std::map<std::string, Command> commands = {
     {"setting", does([](const std::string &id, const std::string &value) {
          host::settings[std::stoi(id)] = std::stoi(value);
      })},
+    {"hold", [](Arguments &) { return held_result = last_result, std::string(); }},
+    {"held", [](Arguments &) { return " = " + quoted(held_result); }},
 };
 
 // The lines for the user, dialogs and variables set since the last command.

@@ -27,6 +27,8 @@ extern const std::map<std::string, Command> operations; // of include/vek.h
 extern const std::map<std::string, Command> commands;   // for files, variables and state
 extern const std::map<std::string, Command> system_commands;
 
+extern const char *last_result, *held_result; // strings; "{held}" passes the second as it is
+
 // Calls an operation while the system does what system commands have asked for.
 std::string run_operation(const Command &operation, Arguments &arguments);
 

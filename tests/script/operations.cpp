@@ -10,6 +10,8 @@
 #include <tuple>
 #include <type_traits>
 
+const char *last_result, *held_result;
+
 // Storage for the arguments of one call, which shows what the call has changed.  A buffer
 // of the caller's has VEK_PATH_SIZE bytes; a constant string has no byte to spare.
 struct Storage {
@@ -39,6 +41,8 @@ template <typename T> static T take(Storage &storage, Arguments &arguments)
         for (const std::string &file : split_unquoted(word, ","))
             file.copy(storage.files[i++], VEK_CFG_PATH_SIZE - 1);
         return storage.files.get();
+    } else if (word == "{held}") {
+        return const_cast<char *>(held_result);
     } else {
         const size_t spare = std::is_same_v<T, char *> ? VEK_PATH_SIZE : 0;
         std::unique_ptr<char[]> bytes(new char[std::max(word.size() + 1, spare)]);
@@ -55,6 +59,7 @@ static std::string show(const Storage &, int result)
 
 static std::string show(const Storage &storage, const char *result)
 {
+    last_result = result;
     if (result == nullptr)
         return "null";
     for (const Storage::String &argument : storage.strings) {
