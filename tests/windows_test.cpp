@@ -4,9 +4,7 @@
 
 #include <windows.h>
 
-class Windows : public TempDirTest {};
-
-TEST_F(Windows, ShortNamesAreReturnedInTheirLongForm)
+TEST_F(TempDirTest, ShortNamesAreReturnedInTheirLongForm)
 {
     const std::string name = "/a long directory.vek";
     char path[VEK_PATH_SIZE] = "";
@@ -17,5 +15,4 @@ TEST_F(Windows, ShortNamesAreReturnedInTheirLongForm)
     EXPECT_TRUE(std::string(_vek_getlongpath(path)).ends_with(name));
     EXPECT_EQ(add_database("a " + std::string(path)), 0);
     EXPECT_TRUE(std::string(vek_list[0]->path).ends_with(name));
-    EXPECT_EQ(vorn_vek_path2alias(Buffer(path + std::string("/x"))), "klvds://a/x");
 }
