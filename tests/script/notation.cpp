@@ -53,7 +53,7 @@ std::string decode(const std::string &notation)
     std::string text = decode_bytes(notation);
     replace_all(text, "{home}", home_dir);
     if (text.find("{tmp}") != text.npos) {
-        const std::string dir = vorn_vek_tmp_file_path();
+        static const std::string dir = vorn_vek_tmp_file_path();
         replace_all(text, "{tmp}", dir.substr(0, dir.size() - 1));
     }
     return text;
@@ -61,10 +61,12 @@ std::string decode(const std::string &notation)
 
 std::string encode(const std::string &text)
 {
-    static const std::regex temporary(R"(\{home\}-tmp/vek-\w+)"), process(R"(\.vek-\d+-)");
+    static const std::regex temporary(R"(\{home\}-tmp/vek-\w+)"), process(R"(\.vek-\d+-)"),
+        file(R"((/var/tmp/\.vek-previous-\d+)-\w+-\w+)");
     std::string notation = text;
     replace_all(notation, home_dir, "{home}");
     notation = std::regex_replace(notation, temporary, "{tmp}");
+    notation = std::regex_replace(notation, file, "$1-{file}");
     return encode_bytes(std::regex_replace(notation, process, ".vek-{pid}-"));
 }
 

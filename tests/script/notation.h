@@ -1,5 +1,6 @@
 // How scripts write strings.  {x*300} is 300 times "x" and {0a} the byte 10; {home} is the
-// current directory of the case, {tmp} the library's temporary directory, {pid} the process.
+// current directory of the case, {tmp} the library's temporary directory; {pid} and {file} are
+// numbers of the process and of a file.
 
 #pragma once
 

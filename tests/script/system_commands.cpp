@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <regex>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 // What happens at the calls that match: the error of the nth one, of every other (nth -1) or
@@ -43,10 +45,13 @@ static int error_of(const std::string &call)
         if (rules[i].command.empty()) {
             if (rules[i].nth == 0 || seen == rules[i].nth || (rules[i].nth < 0 && seen % 2 == 1))
                 return rules[i].error;
-        } else if (seen == 1) {
+        } else if (seen == rules[i].nth || rules[i].nth == 0) {
+            const std::string command = rules[i].command;
+            const Lines earlier = host::calls;
             is_paused = true;
-            execute(rules[i].command, "");
+            made.push_back(command + execute(command, ""));
             is_paused = false;
+            host::calls = earlier;
         }
     }
     return 0;
@@ -54,6 +59,8 @@ static int error_of(const std::string &call)
 
 std::string run_operation(const Command &operation, Arguments &arguments)
 {
+    if (is_paused)
+        return operation(arguments);
     calls::error_for = error_of;
     host::when_print = [](const char *text) { error_of(std::string("print ") + text); };
     std::string result = operation(arguments);
@@ -72,11 +79,12 @@ static std::string refuse(Arguments &arguments)
     return "";
 }
 
-// "on CALL COMMAND": also for "print TEXT".
-static std::string on(Arguments &arguments)
+// "on CALL COMMAND", also for "print TEXT"; "always CALL COMMAND": not only once.  "calls"
+// shows the result.
+template <int nth> static std::string on(Arguments &arguments)
 {
     const std::string call = arguments.next();
-    rules.push_back({std::regex(call), 0, 0, arguments.rest(), 0});
+    rules.push_back({std::regex(call), 0, nth, arguments.rest(), 0});
     return "";
 }
 
@@ -104,7 +112,7 @@ static std::string lock(Arguments &arguments)
         platform_unlock(held);
     else
         held = platform_lock_file(arguments.next().c_str(), 0);
-    return "";
+    return held < 0 ? " fails" : "";
 }
 
 // "as USER COMMAND", for root only.
@@ -115,6 +123,17 @@ static std::string as(Arguments &arguments)
         return " fails";
     std::string result = execute(arguments.rest(), arguments.text);
     return seteuid(0) == 0 ? result : " fails";
+}
+
+// "acl access PATH" or "acl default DIRECTORY": user 65534 may read the file, or new files.
+static std::string acl(Arguments &arguments)
+{
+    const std::string name = "system.posix_acl_" + arguments.next();
+    const char list[] =
+        "\2\0\0\0\1\0\6\0\377\377\377\377\2\0\4\0\376\377\0\0\4\0\4\0\377\377\377\377"
+        "\20\0\4\0\377\377\377\377\40\0\0\0\377\377\377\377";
+    const bool fails = setxattr(arguments.next().c_str(), name.c_str(), list, 44, 0) != 0;
+    return fails ? " fails" : "";
 }
 
 static std::string fail_nth_allocation(Arguments &arguments)
@@ -139,10 +158,27 @@ static std::string chown_file(Arguments &arguments)
     return chown(arguments.next().c_str(), user, user) == 0 ? "" : " fails";
 }
 
+// "close NUMBER": of a standard stream.
+static std::string close_stream(Arguments &arguments)
+{
+    return close(std::stoi(arguments.next())) == 0 ? "" : " fails";
+}
+
+// "fork": a child that exits.
+static std::string fork_child(Arguments &)
+{
+    if (fork() == 0)
+        exit(0);
+    wait(nullptr);
+    return "";
+}
+
 const std::map<std::string, Command> system_commands = {
-    {"refuse", refuse}, {"on", on},
-    {"allow", allow},   {"calls", show_calls},
-    {"lock", lock},     {"unlock", lock},
-    {"as", as},         {"allocation", fail_nth_allocation},
-    {"mode", mode},     {"chown", chown_file},
+    {"refuse", refuse},   {"on", on<1>},
+    {"allow", allow},     {"calls", show_calls},
+    {"lock", lock},       {"unlock", lock},
+    {"as", as},           {"allocation", fail_nth_allocation},
+    {"mode", mode},       {"chown", chown_file},
+    {"acl", acl},         {"always", on<0>},
+    {"fork", fork_child}, {"close", close_stream},
 };
