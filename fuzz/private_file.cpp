@@ -1,4 +1,4 @@
-// Updates and saves of an arbitrary private file.
+// Updates and saves of an arbitrary private file, and of a session's edits.
 
 #include "records.h"
 #include "support/checks.h"
@@ -135,6 +135,94 @@ static void save_and_read()
     expect_same(saved, saved_statements());
 }
 
+static std::string class_defaults()
+{
+    std::string all;
+    for (const char *name : {"damper", "Damper", "spring"})
+        all += std::string(vorn_vek_get_def_propfile(name)) + " " + vorn_vek_get_def_testrig(name) +
+               "\n";
+    return all;
+}
+
+// The default writable database, and the user's databases sorted by name.
+static std::string sorted_user_records()
+{
+    collect_user_records();
+    std::vector<std::string> lines = split(user_records, "\n");
+    std::sort(lines.begin() + 1, lines.end());
+    std::string all;
+    for (const std::string &line : lines)
+        all += line + "\n";
+    return all;
+}
+
+static std::string order_of_databases()
+{
+    std::string all;
+    for (int level = 1; level <= db_count(); ++level)
+        all += std::string(db_at(level)->name) + " ";
+    return all;
+}
+
+// One edit of the session, chosen by three bytes.  Returns whether it was a save.
+static bool edit(const char *bytes)
+{
+    static const char *const names[] = {"private", "a", "b", "c-d", "E.f", "[g]", "%s"};
+    static const char *const paths[] = {"p", "q r", "$HOME/s", "t~u", "./v//"};
+    static const char *const files[] = {"$HOME/x.dpr", "shared.vek/dampers.tbl/y.dpr"};
+    const auto second = (unsigned char)bytes[1], third = (unsigned char)bytes[2];
+    const char *name = names[second % std::size(names)];
+    switch ((unsigned char)bytes[0] % 6) {
+    case 0:
+        vorn_vek_db_add(name, paths[third % std::size(paths)], third % 5);
+        return false;
+    case 1:
+        vorn_vek_db_remove(name);
+        return false;
+    case 2:
+        vorn_vek_db_reorder(name, 1 + third % 4);
+        return false;
+    case 3:
+        vorn_vek_set_write_default(name);
+        return false;
+    case 4:
+        vorn_vek_set_def_propfile(second % 2 == 0 ? "damper" : "Damper",
+                                  CallerString(files[third % 2], VEK_PATH_SIZE));
+        vorn_vek_set_def_testrig(third % 2 == 0 ? "damper" : "spring", name);
+        return false;
+    default:
+        the_host.answer = 1; // without a backup: the input can have a directory of its name
+        EXPECT(vorn_sav_cfg() == 1);
+        return true;
+    }
+}
+
+// The next session has the edits of the last one: the databases at once, and the defaults
+// of classes and the order as a save left them.
+static void edit_and_read(std::string_view input)
+{
+    write_file("x.dpr", "");
+    write_file("shared.vek/dampers.tbl/y.dpr", "");
+    write_file(file, "DATABASE private $HOME/private.vek\nDEFAULT_WRITE_DB private\n");
+    begin_process();
+    set_env("KLV_VEK_SEARCH", "yes");
+    EXPECT(vorn_vek_cfg_env_read("vorn") == 0);
+    std::string saved_defaults = class_defaults(), saved_order;
+    for (size_t i = 0; i + 3 <= std::min(input.size(), (size_t)30); i += 3) {
+        const bool is_saved = edit(input.data() + i);
+        saved_defaults = is_saved ? class_defaults() : saved_defaults;
+        saved_order = is_saved ? order_of_databases() : "";
+    }
+    const std::string records = sorted_user_records();
+    begin_process();
+    set_env("KLV_VEK_SEARCH", "yes");
+    EXPECT(vorn_vek_cfg_env_read("vorn") == 0);
+    expect_same(records, sorted_user_records());
+    expect_same(saved_defaults, class_defaults());
+    if (!saved_order.empty())
+        expect_same(saved_order, order_of_databases());
+}
+
 void run(std::string_view input)
 {
     write_file("vorn.cfg", shared_cfg);
@@ -143,4 +231,5 @@ void run(std::string_view input)
     if (!input.empty())
         update_twice(std::string(input));
     save_and_read();
+    edit_and_read(input);
 }
