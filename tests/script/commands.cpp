@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <regex>
 
 namespace fs = std::filesystem;
 
@@ -38,18 +39,21 @@ static std::string file(Arguments &arguments)
 {
     const std::string path = arguments.next(), end = "{eof}\n";
     std::string text = arguments.text;
-    if (text.ends_with(end))
-        text.erase(text.size() - end.size());
     if (!arguments.is_used_up())
         return write_file(path, arguments.next()), "";
+    if (text.ends_with(end))
+        text.erase(text.size() - end.size());
     write_file(path, decode(text));
     return arguments.text.empty() ? "" : below(arguments.text);
 }
 
+// "print PATH REGEX" leaves out what matches.
 static std::string print(Arguments &arguments)
 {
     const std::string path = arguments.next();
-    return fs::exists(path) ? below(read_text(path)) : " = none";
+    const std::regex omitted(arguments.is_used_up() ? "$." : arguments.next(),
+                             std::regex::ECMAScript | std::regex::multiline);
+    return fs::exists(path) ? below(std::regex_replace(read_text(path), omitted, "")) : " = none";
 }
 
 static std::string names(Arguments &)
