@@ -51,9 +51,8 @@ static std::string file(Arguments &arguments)
 static std::string print(Arguments &arguments)
 {
     const std::string path = arguments.next();
-    const std::regex omitted(arguments.is_used_up() ? "$." : arguments.next(),
-                             std::regex::ECMAScript | std::regex::multiline);
-    return fs::exists(path) ? below(std::regex_replace(read_text(path), omitted, "")) : " = none";
+    const std::regex cut(arguments.is_used_up() ? "$." : arguments.next(), std::regex::multiline);
+    return fs::exists(path) ? below(std::regex_replace(read_text(path), cut, "")) : " = none";
 }
 
 static std::string names(Arguments &)
