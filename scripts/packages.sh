@@ -43,7 +43,7 @@ install_packages() {
 build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp)
 fortran_packages=(gfortran:gfortran)
 share_packages=(pkgconf:pkg-config libfuse3-dev:fuse3/fuse.h fuse3:fusermount3)
-test_packages=("${build_packages[@]}" "${fortran_packages[@]}" libgtest-dev:gtest/gtest.h
+test_packages=("${build_packages[@]}" "${fortran_packages[@]}"
     "${share_packages[@]}" libbenchmark-dev:benchmark/benchmark.h valgrind:valgrind)
 # shellcheck disable=SC2034
 package_packages=("${build_packages[@]}" "${fortran_packages[@]}" pkgconf:pkg-config binutils:nm

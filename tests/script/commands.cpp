@@ -3,6 +3,8 @@
 #include "commands.h"
 
 #include "registry/registry.h"
+#include "solver/environment_table.h"
+#include "support/failing_malloc.h"
 #include "support/recording_host.h"
 #include "support/system.h"
 
@@ -103,6 +105,71 @@ static std::string vekhost(Arguments &arguments)
     return output.empty() ? status : status + below(output);
 }
 
+// "each FIRST LAST COMMAND" puts each number in the place of {i}, and shows the results that
+// differ with it.
+static std::string each(Arguments &arguments)
+{
+    const int first = std::stoi(arguments.next()), last = std::stoi(arguments.next());
+    const std::string command = arguments.rest();
+    Lines results;
+    for (int i = first; i <= last; ++i) {
+        const std::string number = std::to_string(i);
+        const std::string result = execute(replaced(command, "{i}", number), "");
+        results.push_back(replaced(result, number, "{i}"));
+    }
+    results.erase(std::unique(results.begin(), results.end()), results.end());
+    std::string all;
+    for (const std::string &result : results)
+        all += result;
+    return all;
+}
+
+// "retried COMMAND": memory runs out at each allocation in turn, while the result is 1.
+static std::string retried(Arguments &arguments)
+{
+    const std::string command = arguments.rest();
+    std::string result = " = 1";
+    for (int nth = 1; nth < 1000 && result.starts_with(" = 1"); ++nth) {
+        fail_allocation(nth, true);
+        result = execute(command, "");
+    }
+    return result;
+}
+
+// Whether the identification of the build, as it is printed, is complete and the one returned.
+static std::string identification(Arguments &)
+{
+    if (freopen("stdout", "w", stdout) == nullptr)
+        return " fails";
+    const std::string release = vek_build_version(), version = vek_version();
+    fflush(stdout);
+    const std::regex lines(
+        R"(\n\nQNS C       opts: \(-.*\)\nQNS C\+\+     opts: \(-.*\)\nQNS Fortran opts: \(\)\n)"
+        R"(QNS Utility  lib: vek\nQNS Compile   os: \S+ .+\nQNS Compile date: )"
+        R"((\d{4})-(\d\d)-(\d\d) (\d\d):(\d\d):\d\d\nQNS Compile  ver: (\d{8}\.\d{4})\n)"
+        R"(QNS Release  ver: (\d{4}\.\d+\.\d+-CL\d+)\n)");
+    std::smatch parts;
+    const std::string text = read_text("stdout");
+    return yes_or_no(std::regex_match(text, parts, lines) && release == version &&
+                     parts[7] == release && parts.format("$1$2$3.$4$5") == parts[6]);
+}
+
+// The digest (FNV-1a) of the variables that the environment report knows, each with a newline,
+// and those whose description is no sentence.
+static std::string catalogue(Arguments &)
+{
+    uint32_t digest = 2166136261;
+    const std::regex sentence("SKIP|[A-Z][\\w /.,;:()<>=%'+\n[\\]-]*\\.");
+    std::string all;
+    for (short i = 0; i < vek_env_count; ++i) {
+        for (const char character : std::string(vek_env_table[i].name) + "\n")
+            digest = (digest ^ static_cast<unsigned char>(character)) * 16777619;
+        if (!std::regex_match(vek_env_table[i].text, sentence))
+            all += " " + std::string(vek_env_table[i].name);
+    }
+    return " = " + std::to_string(digest) + all;
+}
+
 static Command does(void (*action)(const std::string &))
 {
     return [=](Arguments &arguments) {
@@ -155,6 +222,10 @@ const std::map<std::string, Command> commands = {
     {"exists", [](Arguments &arguments) { return yes_or_no(fs::exists(arguments.next())); }},
     {"names", names},
     {"databases", databases},
+    {"each", each},
+    {"retried", retried},
+    {"identification", identification},
+    {"catalogue", catalogue},
     {"setting", does([](const std::string &id, const std::string &value) {
          host::settings[std::stoi(id)] = std::stoi(value);
      })},

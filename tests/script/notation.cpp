@@ -7,10 +7,11 @@
 
 std::string home_dir;
 
-static void replace_all(std::string &text, const std::string &old, const std::string &with)
+std::string replaced(std::string text, const std::string &old, const std::string &with)
 {
     for (size_t at = 0; !old.empty() && (at = text.find(old, at)) != text.npos; at += with.size())
         text.replace(at, old.size(), with);
+    return text;
 }
 
 // Replaces bytes and repetitions, which do not depend on the process.
@@ -50,11 +51,10 @@ static std::string encode_bytes(const std::string &text)
 
 std::string decode(const std::string &notation)
 {
-    std::string text = decode_bytes(notation);
-    replace_all(text, "{home}", home_dir);
+    std::string text = replaced(decode_bytes(notation), "{home}", home_dir);
     if (text.find("{tmp}") != text.npos) {
         static const std::string dir = vorn_vek_tmp_file_path();
-        replace_all(text, "{tmp}", dir.substr(0, dir.size() - 1));
+        text = replaced(text, "{tmp}", dir.substr(0, dir.size() - 1));
     }
     return text;
 }
@@ -63,8 +63,7 @@ std::string encode(const std::string &text)
 {
     static const std::regex temporary(R"(\{home\}-tmp/vek-\w+)"), process(R"(\.vek-\d+-)"),
         file(R"((/var/tmp/\.vek-previous-\d+)-\w+-\w+)");
-    std::string notation = text;
-    replace_all(notation, home_dir, "{home}");
+    std::string notation = replaced(text, home_dir, "{home}");
     notation = std::regex_replace(notation, temporary, "{tmp}");
     notation = std::regex_replace(notation, file, "$1-{file}");
     return encode_bytes(std::regex_replace(notation, process, ".vek-{pid}-"));

@@ -22,4 +22,6 @@ Lines split_unquoted(const std::string &line, const std::string &separator);
 // Splits a command into its words, and removes the quotes of a word and decodes it.
 Lines words_of(const std::string &command);
 std::string unquoted(const std::string &word);
+// Replaces each occurrence of a string.
+std::string replaced(std::string text, const std::string &old, const std::string &with);
 Lines lines_of(const std::string &text);

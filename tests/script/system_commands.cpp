@@ -61,13 +61,15 @@ std::string run_operation(const Command &operation, Arguments &arguments)
 {
     if (is_paused)
         return operation(arguments);
+    const Lines open_files = listing("/proc/self/fd");
     calls::error_for = error_of;
     host::when_print = [](const char *text) { error_of(std::string("print ") + text); };
     std::string result = operation(arguments);
     calls::error_for = nullptr;
     host::when_print = nullptr;
     stop_failing();
-    return result;
+    const Lines left = listing("/proc/self/fd");
+    return std::ranges::includes(open_files, left) ? result : result + " leaves a file open";
 }
 
 // "refuse CALL ERROR [NTH]": CALL is a regular expression of what "calls" shows.
