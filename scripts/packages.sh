@@ -43,11 +43,8 @@ install_packages() {
 build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp)
 fortran_packages=(gfortran:gfortran)
 share_packages=(pkgconf:pkg-config libfuse3-dev:fuse3/fuse.h fuse3:fusermount3)
-test_packages=("${build_packages[@]}" "${fortran_packages[@]}"
-    "${share_packages[@]}" libbenchmark-dev:benchmark/benchmark.h valgrind:valgrind)
-# shellcheck disable=SC2034
-package_packages=("${build_packages[@]}" "${fortran_packages[@]}" pkgconf:pkg-config binutils:nm
-    valgrind:valgrind)
+test_packages=("${build_packages[@]}" "${fortran_packages[@]}" "${share_packages[@]}"
+    libbenchmark-dev:benchmark/benchmark.h valgrind:valgrind strace:strace)
 # shellcheck disable=SC2034
 windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mingw32-g++-posix
     gfortran-mingw-w64-x86-64-posix:x86_64-w64-mingw32-gfortran-posix wine:wine)

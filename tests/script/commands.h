@@ -34,3 +34,6 @@ std::string run_operation(const Command &operation, Arguments &arguments);
 
 // Executes one command, without its expected result.
 std::string execute(const std::string &command, const std::string &text);
+// Executes "COMMAND = result; COMMAND = result", and returns it with the results that it has,
+// and the lines below it.
+Lines run_line(const std::string &line, const std::string &text);

@@ -94,7 +94,7 @@ static Lines run_block(const Script &script, const std::string &name)
 
 // Runs "COMMAND = result; COMMAND = result", where "&" repeats the operation before it.  Lines
 // below are the text of a command that is alone on its line.
-static Lines run_line(const std::string &line, const std::string &text)
+Lines run_line(const std::string &line, const std::string &text)
 {
     std::string shown, operation, output;
     const Lines parts = split_unquoted(line, "; ");

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <regex>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -25,7 +26,7 @@ struct Rule {
 };
 static std::vector<Rule> rules;
 static Lines made; // since the last "calls"
-static bool is_paused;
+static bool is_paused, lacked_memory;
 
 static const std::map<std::string, int> errors = {
     {"EACCES", EACCES}, {"EAGAIN", EAGAIN}, {"EBUSY", EBUSY},     {"EEXIST", EEXIST},
@@ -67,7 +68,7 @@ std::string run_operation(const Command &operation, Arguments &arguments)
     std::string result = operation(arguments);
     calls::error_for = nullptr;
     host::when_print = nullptr;
-    stop_failing();
+    lacked_memory = stop_failing();
     const Lines left = listing("/proc/self/fd");
     return std::ranges::includes(open_files, left) ? result : result + " leaves a file open";
 }
@@ -175,6 +176,92 @@ static std::string fork_child(Arguments &)
     return "";
 }
 
+// "traced COMMAND" shows a system call tracer where the command begins, and its result, even if
+// all other calls fail.
+static std::string traced(Arguments &arguments)
+{
+    is_paused = true; // no calls of the tests themselves
+    access("begin", F_OK);
+    const std::string result = execute(arguments.rest(), arguments.text);
+    access(("end" + result).c_str(), F_OK);
+    return result;
+}
+
+// What an operation may change in a session.
+static std::string session_state()
+{
+    std::string all = execute("databases", "");
+    for (const char *part :
+         {"get_write_default", "get_def_propfile spring", "get_def_testrig spring"})
+        all += execute(std::string("vorn_vek_") + part, "");
+    return all;
+}
+
+// Whether what happened without memory tells so, or is as usual but for a line that is missing
+// or truncated.
+static bool is_handled(const std::string &result, const std::string &usual)
+{
+    static const std::regex report("malloc_failure|Malloc failed|Cannot allocate|cannot open file");
+    const Lines made = lines_of(result), expected = lines_of(usual);
+    const auto is_other = [&](const std::string &line) {
+        return std::ranges::find(expected, line) == expected.end();
+    };
+    const long others = std::ranges::count_if(made, is_other);
+    return std::regex_search(result, report) ||
+           (made[0] == expected[0] && others <= 1 && made.size() + 1 - others >= expected.size());
+}
+
+// Runs a command while the nth allocation fails, or all from there on, and then, with memory,
+// the lines that have to work.  Returns what is wrong, or "done" if none failed.
+static std::string run_without_memory(int nth, bool persistent, const std::string &command,
+                                      const std::string &usual, const std::string &afterwards)
+{
+    const std::string before = session_state();
+    fail_allocation(nth, persistent);
+    const std::string result = execute(command, "");
+    if (!lacked_memory)
+        return nth == 0 ? result : "done";
+    std::string wrong = persistent || is_handled(result, usual) ? "" : " is not reported:" + result;
+    if (result.compare(0, 4, usual, 0, 4) != 0 && before.starts_with("\n") &&
+        session_state() != before)
+        wrong += " is not undone:" + session_state();
+    for (const std::string &line : lines_of(afterwards))
+        if (const std::string made = run_line(line, "")[0];
+            made != line && line.find(" = ") != line.npos)
+            wrong += "\n  " + made;
+    return wrong;
+}
+
+// "scarce COMMAND", and the lines that work afterwards below it: in children, memory runs out
+// at each allocation of the command in turn.
+static std::string scarce(Arguments &arguments)
+{
+    const std::string command = arguments.rest(), saved = home_dir + "-tmp/saved";
+    std::filesystem::copy(home_dir, saved, std::filesystem::copy_options::recursive);
+    std::string usual, all, verdict;
+    for (int i = 0; verdict != "done"; ++i) {
+        if (fork() == 0) {
+            write_file(saved + "-verdict",
+                       run_without_memory((i + 1) / 2, i % 2 == 0, command, usual, arguments.text));
+            exit(0);
+        }
+        int status;
+        wait(&status);
+        verdict = status == 0 ? read_file(saved + "-verdict") : " died";
+        if (i == 0)
+            usual = verdict;
+        else if (verdict != "" && verdict != "done")
+            all += "\n  allocation " + std::to_string((i + 1) / 2) + verdict;
+        for (const std::string &name : listing(home_dir))
+            std::filesystem::remove_all(name);
+        std::filesystem::copy(saved, home_dir, std::filesystem::copy_options::recursive);
+    }
+    std::filesystem::remove_all(saved);
+    for (const std::string &line : lines_of(arguments.text))
+        all += "\n  " + line;
+    return all;
+}
+
 const std::map<std::string, Command> system_commands = {
     {"refuse", refuse},   {"on", on<1>},
     {"allow", allow},     {"calls", show_calls},
@@ -183,4 +270,5 @@ const std::map<std::string, Command> system_commands = {
     {"mode", mode},       {"chown", chown_file},
     {"acl", acl},         {"always", on<0>},
     {"fork", fork_child}, {"close", close_stream},
+    {"traced", traced},   {"scarce", scarce},
 };
