@@ -136,24 +136,6 @@ static std::string retried(Arguments &arguments)
     return result;
 }
 
-// Whether the identification of the build, as it is printed, is complete and the one returned.
-static std::string identification(Arguments &)
-{
-    if (freopen("stdout", "w", stdout) == nullptr)
-        return " fails";
-    const std::string release = vek_build_version(), version = vek_version();
-    fflush(stdout);
-    const std::regex lines(
-        R"(\n\nQNS C       opts: \(-.*\)\nQNS C\+\+     opts: \(-.*\)\nQNS Fortran opts: \(\)\n)"
-        R"(QNS Utility  lib: vek\nQNS Compile   os: \S+ .+\nQNS Compile date: )"
-        R"((\d{4})-(\d\d)-(\d\d) (\d\d):(\d\d):\d\d\nQNS Compile  ver: (\d{8}\.\d{4})\n)"
-        R"(QNS Release  ver: (\d{4}\.\d+\.\d+-CL\d+)\n)");
-    std::smatch parts;
-    const std::string text = read_text("stdout");
-    return yes_or_no(std::regex_match(text, parts, lines) && release == version &&
-                     parts[7] == release && parts.format("$1$2$3.$4$5") == parts[6]);
-}
-
 // The digest (FNV-1a) of the variables that the environment report knows, each with a newline,
 // and those whose description is no sentence.
 static std::string catalogue(Arguments &)
@@ -224,7 +206,6 @@ const std::map<std::string, Command> commands = {
     {"databases", databases},
     {"each", each},
     {"retried", retried},
-    {"identification", identification},
     {"catalogue", catalogue},
     {"setting", does([](const std::string &id, const std::string &value) {
          host::settings[std::stoi(id)] = std::stoi(value);

@@ -5,7 +5,7 @@
 // process of its own.  The process writes down what it does in the form of the script, and
 // the case passes if that is the script.
 
-#include "commands.h"
+#include "script.h"
 #include "support/system.h"
 
 #include <cstdio>
@@ -15,131 +15,6 @@
 #include <sstream>
 
 namespace fs = std::filesystem;
-
-struct Case {
-    std::string title;
-    size_t line; // of the title in its file
-    Lines lines; // without comments and empty lines
-};
-
-struct Script {
-    std::vector<Case> cases;
-    std::map<std::string, Lines> blocks; // by name
-};
-
-static std::string contents(const fs::path &path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-// "== title" begins a case, ": name" a block.  common.txt has blocks for all scripts.
-static void read_script(const fs::path &path, Script &script)
-{
-    Lines *lines = nullptr;
-    size_t number = 0;
-    for (const std::string &line : lines_of(contents(path))) {
-        ++number;
-        if (line.empty() || line[0] == '#')
-            continue;
-        if (line.starts_with("== ")) {
-            script.cases.push_back({line.substr(3), number, {}});
-            lines = &script.cases.back().lines;
-        } else if (line.starts_with(": "))
-            lines = &script.blocks[line.substr(2)];
-        else
-            lines->push_back(line);
-    }
-}
-
-static bool is_text(const std::string &line)
-{
-    return line.starts_with("  ");
-}
-
-// The lines as encode writes them: "  A / B" is two lines, and "  use NAME" those of a block.
-static Lines expected_lines(const Script &script, const Lines &lines)
-{
-    Lines all;
-    for (const std::string &line : lines) {
-        const size_t end = is_text(line) ? line.find(" / ") : line.npos;
-        Lines parts;
-        if (end != line.npos)
-            parts = {line.substr(0, end), "  " + line.substr(end + 3)};
-        else if (line.starts_with("  use "))
-            for (const std::string &inner : script.blocks.at(line.substr(6)))
-                parts.push_back("  " + inner);
-        if (parts.empty())
-            parts.push_back(canonical(line));
-        else
-            parts = expected_lines(script, parts);
-        all.insert(all.end(), parts.begin(), parts.end());
-    }
-    return all;
-}
-
-static Lines run_lines(const Script &script, const Lines &lines);
-
-// The commands of a block are one command, which shows its lines only if they differ.
-static Lines run_block(const Script &script, const std::string &name)
-{
-    const Lines expected = expected_lines(script, script.blocks.at(name));
-    const Lines made = run_lines(script, expected);
-    Lines all = {"use " + name};
-    for (const std::string &line : made == expected ? Lines{} : made)
-        all.push_back("  " + line);
-    return all;
-}
-
-// Runs "COMMAND = result; COMMAND = result", where "&" repeats the operation before it.  Lines
-// below are the text of a command that is alone on its line.
-Lines run_line(const std::string &line, const std::string &text)
-{
-    std::string shown, operation, output;
-    const Lines parts = split_unquoted(line, "; ");
-    for (const std::string &part : parts) {
-        const std::string call = split_unquoted(part + " ", " = ")[0];
-        const std::string command = split_unquoted(call, " -> ")[0];
-        const std::string typed = command.substr(0, command.find_last_not_of(' ') + 1);
-        const bool repeats = typed.starts_with("& ");
-        if (!repeats)
-            operation = typed.substr(0, typed.find(' '));
-        const std::string result =
-            execute(repeats ? operation + typed.substr(1) : typed, parts.size() == 1 ? text : "");
-        const size_t end = std::min(result.find('\n'), result.size());
-        shown += (shown.empty() ? "" : "; ") + canonical(typed) + result.substr(0, end);
-        output += result.substr(end);
-    }
-    return lines_of(shown + output);
-}
-
-static Lines run_lines(const Script &script, const Lines &lines)
-{
-    Lines all;
-    for (size_t i = 0; i < lines.size();) {
-        const std::string &line = lines[i++];
-        std::string text;
-        for (; i < lines.size() && is_text(lines[i]); ++i)
-            text += lines[i].substr(2) + "\n";
-        const Lines made =
-            line.starts_with("use ") ? run_block(script, line.substr(4)) : run_line(line, text);
-        all.insert(all.end(), made.begin(), made.end());
-    }
-    return all;
-}
-
-// The parts of a case, which run in one process each.
-static std::vector<Lines> parts_of(const Lines &lines)
-{
-    std::vector<Lines> parts(1);
-    for (const std::string &line : lines)
-        if (line == "-- process")
-            parts.emplace_back();
-        else
-            parts.back().push_back(line);
-    return parts;
-}
 
 static void prepare_process(const std::string &home)
 {
@@ -179,7 +54,7 @@ static Lines run_case(const std::string &program, const std::string &path, const
         fs::create_directory(home + "-tmp");
         const int status =
             run_program({program, "--part", path, std::to_string(nth), std::to_string(part), home});
-        for (const std::string &line : lines_of(contents(home + "-tmp/made")))
+        for (const std::string &line : lines_of(read_file(home + "-tmp/made")))
             all.push_back(line);
         if (status != 0)
             all.push_back("the process ended with status " + std::to_string(status));
@@ -223,7 +98,7 @@ static bool runs_here(const std::string &title)
 
 static int rewrite(const fs::path &path, const Script &script, const std::map<size_t, Lines> &made)
 {
-    const Lines old = lines_of(contents(path));
+    const Lines old = lines_of(read_file(path));
     std::ofstream file(path, std::ios::binary);
     const Lines *replacement = nullptr;
     for (size_t i = 0, nth = 0; i < old.size(); ++i) {

@@ -17,24 +17,6 @@ std::map<int, int> settings;
 int answer = 2;
 void (*when_print)(const char *text);
 
-Lines calls_of(const std::string &operation)
-{
-    Lines found;
-    for (const std::string &call : calls)
-        if (call.starts_with(operation + "("))
-            found.push_back(call);
-    return found;
-}
-
-Lines printed()
-{
-    Lines lines = calls_of("vc_str_print");
-    for (std::string &line : lines)
-        line = line.substr(13, line.size() - 14);
-    calls.clear();
-    return lines;
-}
-
 } // namespace host
 
 template <typename... Arguments>
@@ -63,53 +45,27 @@ int vc_putenv(const char *name, const char *value)
     int result = strcmp(value, "fail") != 0 && set_variable(name, value) ? 0 : 1;
     return record(result, "vc_putenv", name, value);
 }
-int msg_get_gui_threshold()
-{
-    return record(host::settings[0], "msg_get_gui_threshold");
-}
-void msg_set_gui_threshold(int threshold)
-{
-    host::settings[0] = record(threshold, "msg_set_gui_threshold", threshold);
-}
-int default_current_defaults()
-{
-    static int last; // a new handle per call, to detect a handle that the library has kept
-    return record(++last, "default_current_defaults");
-}
-int dbt_get_int(int defaults, int id, int zero)
-{
-    return record(host::settings[id], "dbt_get_int", defaults, id, zero);
-}
-void dbt_set_int(int defaults, int id, int value, int zero)
-{
-    host::settings[id] = record(value, "dbt_set_int", defaults, id, value, zero);
-}
-int ac_tavik_root()
-{
-    return record(70, "ac_tavik_root");
-}
-void ac_lookup_begin(int root, int type)
-{
-    record(0, "ac_lookup_begin", root, type);
-}
-int ac_lookup_object(int zero)
-{
-    return record(host::plugin_list ? 71 : 0, "ac_lookup_object", zero);
-}
-void ac_lookup_done()
-{
-    record(0, "ac_lookup_done");
-}
-int ac_lookup_by_name(int model, int type, const char *name)
-{
-    return record(model == 71 ? 72 : 0, "ac_lookup_by_name", model, type, name);
-}
+#define HOST(type, result, name, parameters, ...)                                                  \
+    type name parameters                                                                           \
+    {                                                                                              \
+        return static_cast<type>(record(result, #name __VA_OPT__(, ) __VA_ARGS__));                \
+    }
+HOST(int, host::settings[0], msg_get_gui_threshold, ())
+HOST(void, host::settings[0] = threshold, msg_set_gui_threshold, (int threshold), threshold)
+static int last; // a new handle per call, to detect a handle that the library has kept
+HOST(int, ++last, default_current_defaults, ())
+HOST(int, host::settings[id], dbt_get_int, (int defaults, int id, int zero), defaults, id, zero)
+HOST(void, host::settings[id] = value, dbt_set_int, (int defaults, int id, int value, int zero),
+     defaults, id, value, zero)
+HOST(int, 70, ac_tavik_root, ())
+HOST(void, 0, ac_lookup_begin, (int root, int type), root, type)
+HOST(int, host::plugin_list ? 71 : 0, ac_lookup_object, (int zero), zero)
+HOST(void, 0, ac_lookup_done, ())
+HOST(int, model == 71 ? 72 : 0, ac_lookup_by_name, (int model, int type, const char *name), model,
+     type, name)
+HOST(void, 0, register_new_plugin_paths, (const char *name), name)
 void ac_get_string(int object, int attribute, int zero, char *buffer)
 {
     strcpy(buffer, host::plugin_list->c_str());
     record(0, "ac_get_string", object, attribute, zero);
-}
-void register_new_plugin_paths(const char *name)
-{
-    record(0, "register_new_plugin_paths", name);
 }

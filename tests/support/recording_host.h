@@ -12,9 +12,6 @@ namespace host {
 
 // The recorded calls as "name(argument, ...)", oldest first.
 extern Lines calls;
-Lines calls_of(const std::string &operation);
-// Returns the lines passed to vc_str_print, and clears all recorded calls.
-Lines printed();
 
 extern std::optional<std::string> plugin_list; // of the model; unset: it has none
 extern std::map<int, int> settings;            // by id; 0 is the message threshold

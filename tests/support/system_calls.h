@@ -2,17 +2,13 @@
 
 #pragma once
 
-#include "recording_host.h"
-
 #include <functional>
+#include <string>
 
 namespace calls {
 
-// Each call as "call path", or "rename path path".  Calls of the tests themselves are
-// recorded, too.
-extern Lines made;
-// Called before each call: returns the errno value that it fails with, or 0.  Nothing is
-// recorded while this is empty.
+// Called before each call, with it as "call path" or "rename path path", if it is set: returns
+// the errno value that the call fails with, or 0.
 extern std::function<int(const std::string &call)> error_for;
 
 } // namespace calls
