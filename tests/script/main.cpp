@@ -96,7 +96,8 @@ static bool runs_here(const std::string &title)
            (title.find("[root]") == title.npos || is_root());
 }
 
-static int rewrite(const fs::path &path, const Script &script, const std::map<size_t, Lines> &made)
+static int rewrite(const std::string &path, const Script &script,
+                   const std::map<size_t, Lines> &made)
 {
     const Lines old = lines_of(read_file(path));
     std::ofstream file(path, std::ios::binary);
@@ -124,7 +125,7 @@ int main(int count, char **arguments)
     if (words.size() < 2)
         return fprintf(stderr, "usage: vek_script [--rewrite] FILE [CASE]\n"), 2;
     Script script;
-    read_script(fs::path(words[1]).replace_filename("common.txt"), script);
+    read_script(fs::path(words[1]).replace_filename("common.txt").string(), script);
     read_script(words[1], script);
     if (is_part)
         return run_part(script, std::stoul(words[2]), std::stoul(words[3]), words[4]);
