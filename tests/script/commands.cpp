@@ -124,18 +124,6 @@ static std::string each(Arguments &arguments)
     return all;
 }
 
-// "retried COMMAND": memory runs out at each allocation in turn, while the result is 1.
-static std::string retried(Arguments &arguments)
-{
-    const std::string command = arguments.rest();
-    std::string result = " = 1";
-    for (int nth = 1; nth < 1000 && result.starts_with(" = 1"); ++nth) {
-        fail_allocation(nth, true);
-        result = execute(command, "");
-    }
-    return result;
-}
-
 // The digest (FNV-1a) of the variables that the environment report knows, each with a newline,
 // and those whose description is no sentence.
 static std::string catalogue(Arguments &)
@@ -170,6 +158,7 @@ static Command does(void (*action)(const std::string &, const std::string &))
     };
 }
 
+bool lacked_memory;
 static bool shows_all_calls; // of the core library
 
 static std::string trace(Arguments &)
@@ -205,7 +194,6 @@ const std::map<std::string, Command> commands = {
     {"names", names},
     {"databases", databases},
     {"each", each},
-    {"retried", retried},
     {"catalogue", catalogue},
     {"setting", does([](const std::string &id, const std::string &value) {
          host::settings[std::stoi(id)] = std::stoi(value);
@@ -252,6 +240,7 @@ static std::string run(const std::string &name, Arguments &arguments)
 {
     if (auto found = operations.find(name); found != operations.end()) {
         const std::string result = run_operation(found->second, arguments);
+        lacked_memory = stop_failing();
         return arguments.is_used_up() ? result : " has too many arguments";
     }
     auto found = system_commands.find(name);

@@ -29,6 +29,8 @@ extern const std::map<std::string, Command> system_commands;
 
 extern const char *last_result, *held_result; // strings; "{held}" passes the second as it is
 
+extern bool lacked_memory; // during the last operation, as "allocation" asked for
+
 // Calls an operation while the system does what system commands have asked for.
 std::string run_operation(const Command &operation, Arguments &arguments);
 

@@ -77,15 +77,9 @@ static void print_difference(const Lines &expected, const Lines &made)
         ++end;
     for (size_t i = begin < 2 ? 0 : begin - 2; i < begin; ++i)
         printf("    %s\n", expected[i].c_str());
-    const bool is_by_line = expected.size() == made.size();
-    for (size_t i = begin; i < expected.size() - end; ++i) {
-        if (is_by_line && expected[i] == made[i])
-            continue;
+    for (size_t i = begin; i < expected.size() - end; ++i)
         printf("  - %s\n", expected[i].c_str());
-        if (is_by_line)
-            printf("  + %s\n", made[i].c_str());
-    }
-    for (size_t i = begin; !is_by_line && i < made.size() - end; ++i)
+    for (size_t i = begin; i < made.size() - end; ++i)
         printf("  + %s\n", made[i].c_str());
 }
 

@@ -14,11 +14,6 @@ void fail_allocation(int nth, bool persistent)
     is_persistent = persistent;
 }
 
-bool has_failed()
-{
-    return failed;
-}
-
 bool stop_failing()
 {
     left = 0;
