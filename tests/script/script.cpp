@@ -88,8 +88,14 @@ Lines run_lines(const Script &script, const Lines &lines)
         std::string text;
         for (; i < lines.size() && is_text(lines[i]); ++i)
             text += lines[i].substr(2) + "\n";
-        const Lines made =
-            line.starts_with("use ") ? run_block(script, line.substr(4)) : run_line(line, text);
+        const bool uses_block = line.starts_with("use ");
+        const size_t end = uses_block ? std::min(line.find("; "), line.size()) : 0;
+        Lines made = uses_block ? run_block(script, line.substr(4, end - 4)) : Lines{""};
+        if (end < line.size()) {
+            const Lines more = run_line(line.substr(uses_block ? end + 2 : 0), text);
+            made[0] += (uses_block ? "; " : "") + more[0];
+            made.insert(made.end(), more.begin() + 1, more.end());
+        }
         all.insert(all.end(), made.begin(), made.end());
     }
     return all;
