@@ -124,6 +124,13 @@ static std::string each(Arguments &arguments)
     return all;
 }
 
+// "matches COMMAND REGEX": what a command shows that differs between builds.
+static std::string matches(Arguments &arguments)
+{
+    const std::string shown = execute(arguments.next(), "");
+    return yes_or_no(std::regex_search(shown, std::regex(arguments.next())));
+}
+
 // The digest (FNV-1a) of the variables that the environment report knows, each with a newline,
 // and those whose description is no sentence.
 static std::string catalogue(Arguments &)
@@ -195,6 +202,7 @@ const std::map<std::string, Command> commands = {
     {"databases", databases},
     {"each", each},
     {"catalogue", catalogue},
+    {"matches", matches},
     {"setting", does([](const std::string &id, const std::string &value) {
          host::settings[std::stoi(id)] = std::stoi(value);
      })},
