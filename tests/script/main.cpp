@@ -1,5 +1,4 @@
 // vek_script FILE [CASE] - run the cases of a script, or those whose title contains CASE.
-// vek_script --rewrite FILE - put what happens in the place of what the script expects.
 //
 // Each case runs in a directory of its own, and each part of it that "-- process" ends in a
 // process of its own.  The process writes down what it does in the form of the script, and
@@ -68,18 +67,12 @@ static Lines run_case(const std::string &program, const std::string &path, const
 
 static void print_difference(const Lines &expected, const Lines &made)
 {
-    size_t begin = 0, end = 0;
-    const size_t shorter = std::min(expected.size(), made.size());
-    while (begin < shorter && expected[begin] == made[begin])
-        ++begin;
-    while (end < shorter - begin &&
-           expected[expected.size() - 1 - end] == made[made.size() - 1 - end])
-        ++end;
-    for (size_t i = begin < 2 ? 0 : begin - 2; i < begin; ++i)
-        printf("    %s\n", expected[i].c_str());
-    for (size_t i = begin; i < expected.size() - end; ++i)
-        printf("  - %s\n", expected[i].c_str());
-    for (size_t i = begin; i < made.size() - end; ++i)
+    size_t first = 0;
+    while (first < std::min(expected.size(), made.size()) && expected[first] == made[first])
+        ++first;
+    for (size_t i = first < 2 ? 0 : first - 2; i < expected.size(); ++i)
+        printf("  %c %s\n", i < first ? ' ' : '-', expected[i].c_str());
+    for (size_t i = first; i < made.size(); ++i)
         printf("  + %s\n", made[i].c_str());
 }
 
@@ -90,42 +83,21 @@ static bool runs_here(const std::string &title)
            (title.find("[root]") == title.npos || is_root());
 }
 
-static int rewrite(const std::string &path, const Script &script,
-                   const std::map<size_t, Lines> &made)
-{
-    const Lines old = lines_of(read_file(path));
-    std::ofstream file(path, std::ios::binary);
-    const Lines *replacement = nullptr;
-    for (size_t i = 0, nth = 0; i < old.size(); ++i) {
-        if (nth < script.cases.size() && script.cases[nth].line == i + 1) {
-            auto found = made.find(nth++);
-            replacement = found == made.end() ? nullptr : &found->second;
-            file << old[i] << "\n";
-            for (const std::string &line : replacement == nullptr ? Lines{} : *replacement)
-                file << line << "\n";
-        } else if (replacement == nullptr || old[i].empty() || old[i][0] == '#')
-            file << old[i] << "\n";
-    }
-    return 0;
-}
-
 int main(int count, char **arguments)
 {
     Lines words(arguments, arguments + count);
-    const bool rewrites = count > 2 && words[1] == "--rewrite";
-    const bool is_part = count > 2 && words[1] == "--part";
-    if (rewrites || is_part)
+    const bool is_part = count == 6 && words[1] == "--part";
+    if (is_part)
         words.erase(words.begin() + 1);
     if (words.size() < 2)
-        return fprintf(stderr, "usage: vek_script [--rewrite] FILE [CASE]\n"), 2;
+        return fprintf(stderr, "usage: vek_script FILE [CASE]\n"), 2;
     Script script;
     read_script(fs::path(words[1]).replace_filename("common.txt").string(), script);
     read_script(words[1], script);
     if (is_part)
         return run_part(script, std::stoul(words[2]), std::stoul(words[3]), words[4]);
 
-    std::map<size_t, Lines> different;
-    size_t ran = 0;
+    size_t ran = 0, different = 0;
     for (size_t nth = 0; nth < script.cases.size(); ++nth) {
         const Case &test = script.cases[nth];
         if (!runs_here(test.title) ||
@@ -133,13 +105,13 @@ int main(int count, char **arguments)
             continue;
         ++ran;
         const Lines expected = expected_lines(script, test.lines);
-        Lines made = run_case(words[0], words[1], script, nth);
+        const Lines made = run_case(words[0], words[1], script, nth);
         if (made == expected)
             continue;
+        ++different;
         printf("%s:%zu: %s\n", words[1].c_str(), test.line, test.title.c_str());
         print_difference(expected, made);
-        different[nth] = std::move(made);
     }
-    printf("%zu cases, %zu differ\n", ran, different.size());
-    return rewrites ? rewrite(words[1], script, different) : ran == 0 || !different.empty();
+    printf("%zu cases, %zu differ\n", ran, different);
+    return ran == 0 || different > 0;
 }

@@ -28,6 +28,15 @@ static std::vector<Rule> rules;
 static Lines made; // since the last "calls"
 static bool is_paused;
 
+// The nth call or allocation of an operation fails, and with `persistent` all allocations
+// after it.
+struct Failure {
+    int nth;
+    bool persistent;
+    int made;
+};
+static Failure failure;
+
 static const std::map<std::string, int> errors = {
     {"EACCES", EACCES}, {"EAGAIN", EAGAIN}, {"EBUSY", EBUSY},     {"EEXIST", EEXIST},
     {"EINTR", EINTR},   {"EINVAL", EINVAL}, {"EIO", EIO},         {"ENOENT", ENOENT},
@@ -39,6 +48,9 @@ static int error_of(const std::string &call)
     if (is_paused)
         return 0;
     made.push_back(call);
+    const int later = call.starts_with("print ") ? -1 : ++failure.made - failure.nth;
+    if (failure.nth > 0 && later == 0)
+        return EIO;
     for (size_t i = 0; i < rules.size(); ++i) {
         if (!std::regex_search(call, rules[i].call))
             continue;
@@ -196,33 +208,40 @@ static std::string session_state()
     return all;
 }
 
-// Runs a command while the nth allocation fails, or all from there on, and then, with memory,
-// the lines that have to work.  Returns what is wrong, or "done" if none failed.
-static std::string run_without_memory(int nth, bool persistent, const std::string &command,
-                                      const std::string &usual, const std::string &afterwards)
+static const std::regex report("malloc_failure|Malloc failed|Cannot allocate|cannot open file");
+
+// Runs a command while the nth allocation or call fails, or all from there on, and then the
+// lines that have to work.  Returns what is wrong, or "done" if none failed.
+static std::string run_with(const Failure &planned, bool of_calls, const std::string &command,
+                            const std::string &usual, const std::string &afterwards)
 {
-    static const std::regex report("malloc_failure|Malloc failed|Cannot allocate|cannot open file");
     const std::string before = session_state();
-    fail_allocation(nth, persistent);
+    failure = of_calls ? planned : Failure();
+    fail_allocation(of_calls ? 0 : planned.nth, planned.persistent);
     const std::string result = execute(command, "");
-    if (!lacked_memory)
-        return nth == 0 ? result : "done";
+    const bool has_failed = of_calls ? failure.made >= planned.nth : lacked_memory;
+    failure = {};
+    if (planned.nth == 0 || !has_failed)
+        return planned.nth == 0 ? result : "done";
     std::string wrong;
-    if (!persistent && result != usual && !std::regex_search(result, report))
-        wrong = " is not reported:" + result;
-    if (result.compare(0, 4, usual, 0, 4) != 0 && before.starts_with("\n") &&
+    if (of_calls ? result.find("leaves") != result.npos
+                 : !planned.persistent && result != usual && !std::regex_search(result, report))
+        wrong = (of_calls ? "" : " is not reported") + result;
+    if (!of_calls && result.compare(0, 4, usual, 0, 4) != 0 && before.starts_with("\n") &&
         session_state() != before)
         wrong += " is not undone:" + session_state();
     for (const std::string &line : lines_of(afterwards))
-        if (const std::string made = run_line(line, "")[0];
-            made != line && line.find(" = ") != line.npos)
-            wrong += "\n  " + made;
+        if (const std::string shown = run_line(line, "")[0];
+            shown != line && line.find(" = ") != line.npos)
+            wrong += "\n  " + shown;
     return wrong;
 }
 
 // "scarce COMMAND": in children, memory runs out at each allocation of the command in turn.
-// Below it stand the lines that work afterwards, also after the next such commands.
-static std::string scarce(Arguments &arguments)
+// "refused COMMAND": each of its calls fails, and it crashes never and closes all files; the
+// test refused_calls sees the rest.  Below it stand the lines that work afterwards, also after
+// the next such commands.
+template <bool of_calls> static std::string fail_each(Arguments &arguments)
 {
     static std::string afterwards;
     if (!arguments.text.empty())
@@ -232,8 +251,8 @@ static std::string scarce(Arguments &arguments)
     std::string usual, all, verdict;
     for (int i = 0; verdict != "done" && all.size() < 10000; ++i) {
         if (fork() == 0) {
-            write_file(saved + "-verdict",
-                       run_without_memory((i + 1) / 2, i % 2 == 0, command, usual, afterwards));
+            const Failure planned = {of_calls ? i : (i + 1) / 2, !of_calls && i % 2 == 0, 0};
+            write_file(saved + "-verdict", run_with(planned, of_calls, command, usual, afterwards));
             exit(0);
         }
         int status;
@@ -242,7 +261,7 @@ static std::string scarce(Arguments &arguments)
         if (i == 0)
             usual = verdict;
         else if (verdict != "" && verdict != "done")
-            all += "\n  allocation " + std::to_string((i + 1) / 2) + verdict;
+            all += "\n  failure " + std::to_string(i) + verdict;
         for (const std::string &name : listing(home_dir))
             std::filesystem::remove_all(name);
         std::filesystem::copy(saved, home_dir, std::filesystem::copy_options::recursive);
@@ -254,12 +273,21 @@ static std::string scarce(Arguments &arguments)
 }
 
 const std::map<std::string, Command> system_commands = {
-    {"refuse", refuse},   {"on", on<1>},
-    {"allow", allow},     {"calls", show_calls},
-    {"lock", lock},       {"unlock", lock},
-    {"as", as},           {"allocation", fail_nth_allocation},
-    {"mode", mode},       {"chown", chown_file},
-    {"acl", acl},         {"always", on<0>},
-    {"fork", fork_child}, {"close", close_stream},
-    {"traced", traced},   {"scarce", scarce},
+    {"refuse", refuse},
+    {"on", on<1>},
+    {"allow", allow},
+    {"calls", show_calls},
+    {"lock", lock},
+    {"unlock", lock},
+    {"as", as},
+    {"allocation", fail_nth_allocation},
+    {"mode", mode},
+    {"chown", chown_file},
+    {"acl", acl},
+    {"always", on<0>},
+    {"fork", fork_child},
+    {"close", close_stream},
+    {"traced", traced},
+    {"scarce", fail_each<false>},
+    {"refused", fail_each<true>},
 };
