@@ -98,7 +98,7 @@ bool platform_can_create(const char *dir, const char *name)
     constexpr int max_retries = 1000; // other processes may check at the same time
     char path[PATH_MAX];
     if (!text_join(path, {dir, "/", name}))
-        return false;
+        return false; // not reached: paths of databases are shorter
     for (int retries = 0;; ++retries) {
         int file = posix_open(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
         if (file >= 0) {

@@ -1,7 +1,7 @@
 // The operations that the library exports, called with words as arguments.
 
 #include "commands.h"
-#include "vek.h"
+#include "registry/registry.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -30,12 +30,12 @@ template <typename T> static T take(Storage &storage, Arguments &arguments)
     const std::string word = arguments.next();
     if constexpr (std::is_same_v<T, int>)
         return std::stoi(word);
+    else if (word == "null")
+        return nullptr;
     else if constexpr (std::is_same_v<T, int *>) {
         storage.numbers_before.push_back(std::stoi(word));
         return storage.numbers.emplace_back(new int(storage.numbers_before.back())).get();
-    } else if (word == "null")
-        return nullptr;
-    else if constexpr (std::is_same_v<T, char(*)[VEK_CFG_PATH_SIZE]>) {
+    } else if constexpr (std::is_same_v<T, char(*)[VEK_CFG_PATH_SIZE]>) {
         storage.files.reset(new char[3][VEK_CFG_PATH_SIZE]());
         size_t i = 0;
         for (const std::string &file : split_unquoted(word, ","))
@@ -111,4 +111,5 @@ static Command call(Result (*operation)(Parameters...), bool gives_block = false
     }
 const std::map<std::string, Command> operations = {
 #include "exports.inc"
+    OPERATION(vek_propfile_add), OPERATION(vek_testrig_add), // which are not exported
 };

@@ -28,8 +28,7 @@ static std::vector<Rule> rules;
 static Lines made; // since the last "calls"
 static bool is_paused;
 
-// The nth call or allocation of an operation fails, and with `persistent` all allocations
-// after it.
+// The nth call or allocation of an operation fails, and with `persistent` all after it.
 struct Failure {
     int nth;
     bool persistent;
@@ -49,7 +48,7 @@ static int error_of(const std::string &call)
         return 0;
     made.push_back(call);
     const int later = call.starts_with("print ") ? -1 : ++failure.made - failure.nth;
-    if (failure.nth > 0 && later == 0)
+    if (failure.nth > 0 && (later == 0 || (later > 0 && failure.persistent)))
         return EIO;
     for (size_t i = 0; i < rules.size(); ++i) {
         if (!std::regex_search(call, rules[i].call))
@@ -238,10 +237,10 @@ static std::string run_with(const Failure &planned, bool of_calls, const std::st
 }
 
 // "scarce COMMAND": in children, memory runs out at each allocation of the command in turn.
-// "refused COMMAND": each of its calls fails, and it crashes never and closes all files; the
-// test refused_calls sees the rest.  Below it stand the lines that work afterwards, also after
-// the next such commands.
-template <bool of_calls> static std::string fail_each(Arguments &arguments)
+// "refused COMMAND": each of its calls fails, or with "denied" all from there on, and it crashes
+// never and closes all files; the test refused_calls sees the rest.  Below it stand the lines that
+// work afterwards, also after the next such commands.
+template <bool of_calls, bool of_all> static std::string fail_each(Arguments &arguments)
 {
     static std::string afterwards;
     if (!arguments.text.empty())
@@ -251,7 +250,7 @@ template <bool of_calls> static std::string fail_each(Arguments &arguments)
     std::string usual, all, verdict;
     for (int i = 0; verdict != "done" && all.size() < 10000; ++i) {
         if (fork() == 0) {
-            const Failure planned = {of_calls ? i : (i + 1) / 2, !of_calls && i % 2 == 0, 0};
+            const Failure planned = {of_calls ? i : (i + 1) / 2, of_calls ? of_all : i % 2 == 0, 0};
             write_file(saved + "-verdict", run_with(planned, of_calls, command, usual, afterwards));
             exit(0);
         }
@@ -288,6 +287,7 @@ const std::map<std::string, Command> system_commands = {
     {"fork", fork_child},
     {"close", close_stream},
     {"traced", traced},
-    {"scarce", fail_each<false>},
-    {"refused", fail_each<true>},
+    {"scarce", fail_each<false, false>},
+    {"refused", fail_each<true, false>},
+    {"denied", fail_each<true, true>},
 };
