@@ -236,6 +236,12 @@ static std::string run_with(const Failure &planned, bool of_calls, const std::st
     return wrong;
 }
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr int stride = 7; // children are ten times slower
+#else
+constexpr int stride = 1;
+#endif
+
 // "scarce COMMAND": in children, memory runs out at each allocation of the command in turn.
 // "refused COMMAND": each of its calls fails, or with "denied" all from there on, and it crashes
 // never and closes all files; the test refused_calls sees the rest.  Below it stand the lines that
@@ -248,7 +254,7 @@ template <bool of_calls, bool of_all> static std::string fail_each(Arguments &ar
     const std::string command = arguments.rest(), saved = home_dir + "-tmp/saved";
     std::filesystem::copy(home_dir, saved, std::filesystem::copy_options::recursive);
     std::string usual, all, verdict;
-    for (int i = 0; verdict != "done" && all.size() < 10000; ++i) {
+    for (int i = 0; verdict != "done" && all.size() < 10000; i += stride) {
         if (fork() == 0) {
             const Failure planned = {of_calls ? i : (i + 1) / 2, of_calls ? of_all : i % 2 == 0, 0};
             write_file(saved + "-verdict", run_with(planned, of_calls, command, usual, afterwards));
