@@ -24,7 +24,7 @@ static void prepare_process(const std::string &home)
     fs::current_path(home_dir = home);
     set_variable("HOME", home);
     set_variable(on_windows ? "TMP" : "TMPDIR", home + "-tmp");
-    set_alarm(60);
+    set_alarm(180);
 }
 
 // In the process of one part: writes what it does to HOME-tmp/made.
