@@ -1,6 +1,7 @@
 /* hsk_control.h - control of the stub core library.
 
-   The stub holds one model, a few settings and a queue of answers to dialogs.
+   The stub holds one model, a few settings, a printer and a queue of answers to
+   dialogs.
    Like the library that calls it, it serves one caller at a time.  */
 
 #ifndef HSK_CONTROL_H
@@ -25,6 +26,15 @@ extern "C" {
    on, or with 0 to standard output, which is the initial state.  */
 HSK_API void hsk_output_to_error(int to_error);
 
+/* Pass each entry for the user to `printer` from now on instead of writing it, with
+   `data` unchanged.  A dialog that is asked is written; one that is not prints nothing.
+   A null `printer` restores the initial state.  */
+HSK_API void hsk_set_printer(void (*printer)(const char *text, void *data), void *data);
+
+/* Ask the user in dialogs, which is the initial state, or with 0 let a dialog take its
+   default button when no answer is queued.  */
+HSK_API void hsk_set_asking(int asks);
+
 /* Return the number of errors (entries for the user that begin with "ERROR" or
    "ABORT") and of warnings ("WARNING") so far.  */
 HSK_API int hsk_error_count(void);
@@ -32,7 +42,7 @@ HSK_API int hsk_warning_count(void);
 
 /* Queue `button`, 1 to 3, as the answer to a later dialog.  Answers are used in
    the order in which they were queued.  When the queue is empty, a dialog asks
-   the user.
+   the user, if hsk_set_asking allows it.
    Returns 0 if queued; 1 if there is no such button or the queue is full.  */
 HSK_API int hsk_queue_answer(int button);
 

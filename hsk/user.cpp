@@ -10,6 +10,9 @@
 static const int button_count = 3;
 
 static bool output_to_error = false;
+static bool asks_user = true;
+static void (*print)(const char *text, void *data) = nullptr;
+static void *print_data = nullptr;
 static int answers[HSK_ANSWER_COUNT];
 static int answers_queued = 0;
 static int error_count = 0;
@@ -23,6 +26,17 @@ static FILE *output()
 void hsk_output_to_error(int to_error)
 {
     output_to_error = to_error != 0;
+}
+
+void hsk_set_printer(void (*printer)(const char *text, void *data), void *data)
+{
+    print = printer;
+    print_data = data;
+}
+
+void hsk_set_asking(int asks)
+{
+    asks_user = asks != 0;
 }
 
 int hsk_error_count()
@@ -53,16 +67,21 @@ static int dequeue_answer()
 
 static bool starts_with(const char *string, const char *prefix)
 {
-    return string && strncmp(string, prefix, strlen(prefix)) == 0;
+    return strncmp(string, prefix, strlen(prefix)) == 0;
 }
 
 // Flushes each entry, so that it keeps its order among lines that the process
 // prints by other means.
 HSK_API void vc_str_print(const char *text)
 {
-    size_t length = text ? strlen(text) : 0;
+    text = text ? text : "";
+    size_t length = strlen(text);
     error_count += starts_with(text, "ERROR") || starts_with(text, "ABORT") ? 1 : 0;
     warning_count += starts_with(text, "WARNING") ? 1 : 0;
+    if (print) {
+        print(text, print_data);
+        return;
+    }
     if (length > 0)
         fwrite(text, 1, length, output());
     if (length == 0 || text[length - 1] != '\n')
@@ -122,11 +141,14 @@ HSK_API int vc_alert(const char *kind, const char *message, const char *first, c
                      const char *third, int default_button)
 {
     const char *labels[button_count] = {first, second, third};
-    print_dialog(kind, message, labels);
-    if (answers_queued == 0)
+    const bool asks = answers_queued == 0 && asks_user;
+    if (asks || !print)
+        print_dialog(kind, message, labels);
+    if (asks)
         return ask(labels, default_button);
-    int button = dequeue_answer();
-    fprintf(output(), "Button [%d]: %d\n", default_button, button);
+    int button = answers_queued > 0 ? dequeue_answer() : default_button;
+    if (!print)
+        fprintf(output(), "Button [%d]: %d\n", default_button, button);
     fflush(output());
     return button;
 }
