@@ -40,7 +40,8 @@ install_packages() {
     "${apt[@]}" install -y --no-install-recommends "$@" >/dev/null
 }
 
-build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp)
+build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp
+    nlohmann-json3-dev:nlohmann/json.hpp)
 fortran_packages=(gfortran:gfortran)
 share_packages=(pkgconf:pkg-config libfuse3-dev:fuse3/fuse.h fuse3:fusermount3)
 test_packages=("${build_packages[@]}" "${fortran_packages[@]}" "${share_packages[@]}"

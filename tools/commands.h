@@ -2,84 +2,78 @@
 
 #pragma once
 
-#include "session.h"
+#include "configuration/configuration.h"
+#include "output.h"
+
+#include <functional>
+
+struct session_options {
+    string product; // empty: the value of KLV_PRODUCT_NAME
+    strings plugins;
+    bool solver = false;
+    string model; // empty: a solver run without a model
+};
 
 struct command_options {
     session_options session;
-    session_outcome outcome;        // of the session's start
-    std::vector<std::string> words; // the command's arguments
-    std::string file_class;
-    std::string database; // that "copy --to-db" or "move" names
-    int level = 0;        // 0: not given
-    bool why = false;
-    bool all = false;
+    string command;
+    strings words; // its arguments
+    string file_class, database, level, role, format;
+    bool help = false, version = false, why = false, all = false, origin = false, strict = false;
+    bool overwrites = false, backs_up = false, saves = false;
 };
 
-enum session_use {
-    SESSION_NONE,     // no session is started
-    SESSION_REPORTED, // the command runs even if the start failed
-    SESSION_NEEDED,
-    SESSION_SEARCHED // needed; the command itself makes the first search
-};
+// A command that asks or searches prints errors and warnings of the library alone, and one that
+// searches makes the first search itself.  One that is alone starts a session itself or needs none.
+enum command_kind { ASKS, SEARCHES, CHANGES, ALONE };
 
-namespace CLI {
-class App;
-}
+using run_command = int(const command_options &options); // returns 0 for success
 
-// A row of the table of commands.
 struct command {
-    const char *name;
-    const char *help;
-    const char *word = nullptr; // the name of the arguments; null: no such arguments
-    const char *word_help = "";
-    int min_words = 1;
-    int max_words = 1; // MANY_WORDS: no limit
-    int (*run)(const command_options &options) = nullptr;
-    session_use session = SESSION_NEEDED;
-    void (*add_options)(CLI::App &app, command_options &options) = nullptr;
-    // Returns what is wrong with arguments that the parser accepts; null: nothing.
-    const char *(*usage_error)(const command_options &options) = nullptr;
+    const char *group; // in the help; empty: it is not listed
+    const char *name, *brief, *arguments;
+    size_t least, most; // how many arguments
+    command_kind kind;
+    run_command *run;
+    const char *more = ""; // for its own help
 };
+extern const vector<command> commands;           // in the order of the help
+const command *find_command(const string &name); // or null
 
-const int MANY_WORDS = -1;
+// An option of some commands, or of all if `commands` is empty.  It sets `text` or `flag`.
+struct option {
+    string name, commands, help;
+    bool *flag;
+    string *text = nullptr;
+    string values = ""; // of `text`: what to call it, or those that are allowed
+};
+vector<option> options_of(command_options &given);
 
-// Parses the command line.  Returns null if there is no command to run: either the
-// help or, with *is_usage_error set to true, an error message was printed.
-const command *parse_command_line(int argc, char **argv, command_options &options,
-                                  bool *is_usage_error);
+// Starts the product and then each plug-in, up to the first failure, or prepares a solver run.
+// In a solver run the library starts itself at its first search.  That is the command's if
+// `command_searches`, otherwise one of an empty name.  Returns 0, or an error after a message.
+int start_session(const session_options &options, bool command_searches);
 
-// What the commands run.  Each returns 0 for success and prints its results to
-// standard output.
+configuration next_session(const session_options &options); // what the files have for it
+strings database_names();                                   // in search order
+vector<entry> session_tables();
 
-// The searches return the number of names that were not found.
-int show_files(const command_options &options);
-int explain_search(const command_options &options);  // each path tried, and its status
-int show_all_copies(const command_options &options); // at all levels of a class
+// That there is no such database, or table with such a name, directory or extension; else empty.
+string unknown_database(const string &name);
+string unknown_in_tables(string entry::*key, const string &what, const string &name);
 
-int show_aliases(const command_options &options);
-int show_databases(const command_options &options);
-int show_defaults(const command_options &options);
-int show_environment(const command_options &options);
-int show_tables(const command_options &options);
-int show_session(const command_options &options);
-int check_session(const command_options &options);
+// Returns null after a usage error, which is printed.
+const command *parse_command_line(int argc, char **argv, command_options &options);
 
-int copy_file(const command_options &options);
-int rename_file(const command_options &options);
-int append_file(const command_options &options);
-int back_up_file(const command_options &options);
-int delete_file(const command_options &options);
+// Calls `answer` with each word of a command or, if the only one is "-", with each line of
+// standard input.  Returns how often it returned false.
+int answer_names(const command_options &options, const std::function<bool(const string &)> &answer);
 
-// These change the session.  All but the move also write the private configuration
-// file.
-int add_database(const command_options &options);
-int remove_database(const command_options &options);
-int move_database(const command_options &options); // prints the new order
-int set_or_show_default(const command_options &options);
-int save_session(const command_options &options); // asks the user first
+// Absolute and without "." and "..".  Symbolic links are kept.
+string clean_path(const string &path);
 
-int write_report(const command_options &options);
-int create_database(const command_options &options);
-
-// Searches as a product does.  Returns the real path; empty if it is not found.
-std::string search(std::string name, const std::string &file_class);
+// What the commands run.  The searches return the number of names that were not found.
+run_command find_files, show_aliases, show_databases, show_defaults, show_environment, show_tables,
+    show_session, show_version, show_help, check_session, lint_files, change_files, add_database,
+    remove_database, move_database, set_or_show_default, save_session, write_report,
+    create_database, complete_words;

@@ -3,35 +3,28 @@
 #include "commands.h"
 #include "vek.h"
 
-// The library may convert "\" to "/" in a path, so each command passes copies.
-
-int copy_file(const command_options &options)
+// The library may convert "\" to "/" in a path, so it gets copies.
+int change_files(const command_options &options)
 {
-    std::string source = options.words.front(), target = options.words.back();
-    if (!options.database.empty())
+    const string &command = options.command;
+    string source = options.words.front(), target = options.words.back();
+    if (command == "rename")
+        return vorn_vek_rename_file(source.data(), target.data());
+    if (command == "append")
+        return vorn_vek_append_file2file(source.c_str(), target.c_str());
+    if (command == "backup")
+        return vek_backup_file(source.data());
+    if (command == "delete")
+        return vorn_vek_delete_file(source.data());
+    if (options.database.empty())
+        return vorn_vek_copy_file2file(source.data(), target.data());
+    // The library would copy a file whose extension is in no table to the root directory.
+    const vector<entry> tables = session_tables();
+    const string ext = vorn_vek_input2ext(source.c_str());
+    if (complain(unknown_database(options.database)))
+        return 1;
+    if (find_entry(tables, ext, &entry::extension))
         return vorn_vek_copy_file2db(source.data(), options.database.c_str());
-    return vorn_vek_copy_file2file(source.data(), target.data());
-}
-
-int rename_file(const command_options &options)
-{
-    std::string old_path = options.words[0], new_path = options.words[1];
-    return vorn_vek_rename_file(old_path.data(), new_path.data());
-}
-
-int append_file(const command_options &options)
-{
-    return vorn_vek_append_file2file(options.words[0].c_str(), options.words[1].c_str());
-}
-
-int back_up_file(const command_options &options)
-{
-    std::string path = options.words[0];
-    return vek_backup_file(path.data());
-}
-
-int delete_file(const command_options &options)
-{
-    std::string path = options.words[0];
-    return vorn_vek_delete_file(path.data());
+    return complain("no table has the extension '" + ext + "' of '" + source + "', only " +
+                    join(names_of(tables, &entry::extension)));
 }

@@ -1,76 +1,64 @@
-#include "session.h"
+// Starting the library as a product or as a solver does.
 
+#include "commands.h"
 #include "hsk_control.h"
 #include "vek.h"
 
 // The core library sets variables for everyone in the process.
 extern "C" int vc_putenv(const char *name, const char *value);
 
-static void set_product_name(const session_options &options)
+// Sets the product's name for the process and returns it as the library keeps it.
+static string set_product(const session_options &options)
 {
     if (!options.product.empty())
         vc_putenv("KLV_PRODUCT_NAME", options.product.c_str());
+    vek_set_product_name();
+    return vek_product_name();
 }
 
-static session_outcome start(const std::string &name)
+// Says why a start failed.  Returns the code.
+static int check_start(int code, const string &failure)
 {
-    int code = vorn_vek_cfg_env_read(name.c_str());
-    if (code != 0)
-        return {code, "the start of '" + (name.empty() ? vek_product_name() : name) + "' failed"};
-    return {};
+    const string reason = code == 0 ? "" : current_directory_fault();
+    complain(code == 0 ? "" : failure + (reason.empty() ? "" : ": ") + reason);
+    return code;
 }
 
-static session_outcome start_product(const session_options &options)
-{
-    session_outcome outcome = start("");
-    for (const std::string &plugin : options.plugins) {
-        if (outcome.code != 0)
-            break;
-        outcome = start(plugin);
-    }
-    return outcome;
-}
-
-static session_outcome load_model(const std::string &path)
-{
-    switch (hsk_load_model(path.c_str())) {
-    case 0:
-        return {};
-    case 1:
-        return {1, "the model '" + path + "' does not open"};
-    default:
-        return {1, "the model '" + path + "' has a list that is too long"};
-    }
-}
-
-static session_outcome prepare_solver(const session_options &options)
-{
-    session_outcome outcome;
-    if (!options.model.empty())
-        outcome = load_model(options.model);
-    if (outcome.code != 0)
-        return outcome;
-    int code = F2C_VORN_VEK_CFG_ENV_READ();
-    if (code != 0)
-        return {code, "the environment of the solver run could not be read"};
-    return {};
-}
-
-static session_outcome search_empty_name()
+static int start_solver(const session_options &options, bool command_searches)
 {
     char name[1] = "";
     int found = 0;
+    if (!options.model.empty() && hsk_load_model(options.model.c_str()) != 0)
+        return check_start(1, "the model '" + options.model + "' cannot be loaded");
+    const int code = check_start(F2C_VORN_VEK_CFG_ENV_READ(),
+                                 "the environment of the solver run could not be read");
+    if (code != 0 || command_searches)
+        return code;
     db_search(name, "", &found);
-    if (vorn_vek_get_number_of_veks() < 1)
-        return {1, "there is no database"};
-    return {};
+    return check_start(vorn_vek_get_number_of_veks() < 1 ? 1 : 0, "there is no database");
 }
 
-session_outcome start_session(const session_options &options, bool command_searches)
+int start_session(const session_options &options, bool command_searches)
 {
-    set_product_name(options);
-    if (!options.solver)
-        return start_product(options);
-    session_outcome outcome = prepare_solver(options);
-    return outcome.code != 0 || command_searches ? outcome : search_empty_name();
+    const string product = set_product(options);
+    if (options.solver)
+        return start_solver(options, command_searches);
+    int code = check_start(vorn_vek_cfg_env_read(""), "the start of '" + product + "' failed");
+    for (size_t i = 0; code == 0 && i < options.plugins.size(); ++i)
+        code = check_start(vorn_vek_cfg_env_read(options.plugins[i].c_str()),
+                           "the start of '" + options.plugins[i] + "' failed");
+    return code;
+}
+
+configuration next_session(const session_options &options)
+{
+    return read_session(set_product(options), options.plugins);
+}
+
+strings database_names()
+{
+    strings names;
+    for (int level = 1; level <= vorn_vek_get_number_of_veks(); ++level)
+        names.push_back(vorn_vek_level2db(level));
+    return names;
 }

@@ -91,18 +91,44 @@ static std::string env(Arguments &arguments)
     return "";
 }
 
-// "vekhost ARGUMENTS" reads the file "stdin", and writes the files "stdout" and "stderr".
-static std::string vekhost(Arguments &arguments)
+// Runs a program that reads the file "stdin", and writes the files "stdout" and "stderr".
+static std::string run_redirected(const Lines &words)
 {
     if (freopen("stdin", "r", stdin) == nullptr || freopen("stdout", "w", stdout) == nullptr ||
         freopen("stderr", "w", stderr) == nullptr)
         return " fails";
-    arguments.words.insert(arguments.words.begin(), VEKHOST);
-    const std::string status = " = " + std::to_string(run_program(arguments.words));
+    const std::string status = " = " + std::to_string(run_program(words));
     const std::string output = read_text("stdout");
     if (lines_of(output).size() == 1)
         return status + joined(lines_of(output)).substr(2);
     return output.empty() ? status : status + below(output);
+}
+
+static std::string vekhost(Arguments &arguments)
+{
+    arguments.words.insert(arguments.words.begin(), VEKHOST);
+    return run_redirected(arguments.words);
+}
+
+// "shell LINE", in which "vekhost" is the tool.
+static std::string shell(Arguments &arguments)
+{
+    const std::string tool = "vekhost() { " VEKHOST " \"$@\"; }; ";
+    return run_redirected({"/bin/sh", "-c", tool + arguments.next()});
+}
+
+// "plant FILE LINE" shows what "vekhost lint" prints about the files of the block "sample" while
+// the line ends one of them, whose name is left out.
+static std::string plant(Arguments &arguments)
+{
+    const std::string path = arguments.next(), before = read_file(path);
+    write_file(path, before + unquoted(arguments.rest()) + "\n");
+    execute("vekhost lint inst/kestrel.cfg site/kestrel.cfg .vorn.cfg heron.cfg", "");
+    write_file(path, before);
+    Lines shown = lines_of(read_text("stdout") + read_text("stderr"));
+    for (std::string &line : shown)
+        line.erase(0, line.starts_with(path + ":") ? path.size() + 1 : 0);
+    return joined(shown);
 }
 
 // "each FIRST LAST COMMAND" puts each number in the place of {i}, and shows the results that
@@ -194,6 +220,8 @@ const std::map<std::string, Command> commands = {
     {"model", does([](const std::string &plugins) { host::plugin_list = plugins; })},
     {"trace", trace},
     {"vekhost", vekhost},
+    {"shell", shell},
+    {"plant", plant},
     {"print", print},
     {"read", [](Arguments &arguments) { return " = " + quoted(read_file(arguments.next())); }},
     {"list", [](Arguments &arguments) { return joined(listing(arguments.next())); }},
