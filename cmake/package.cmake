@@ -18,6 +18,11 @@ write_basic_package_version_file(${generated_dir}/vekConfigVersion.cmake
 install(FILES ${generated_dir}/vekConfigVersion.cmake DESTINATION ${package_dir})
 
 string(REGEX REPLACE "[^/]+" ".." prefix_from_pc ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+if(WIN32)
+  set(hsk_libs -lhsk)
+else() # kept in any order of the libraries, as by vek::hsk
+  set(hsk_libs -Wl,--push-state,--no-as-needed,-lhsk,--pop-state)
+endif()
 foreach(name vek vek-hsk)
   configure_file(${CMAKE_CURRENT_LIST_DIR}/${name}.pc.in ${generated_dir}/${name}.pc @ONLY)
   install(FILES ${generated_dir}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
