@@ -10,6 +10,7 @@ function(vek_find_headers package target debian_package header)
     target_include_directories(${target} SYSTEM INTERFACE ${CMAKE_CURRENT_BINARY_DIR}/headers)
   elseif(NOT ${package}_FOUND)
     message(FATAL_ERROR "vekhost needs ${package}.  Install the package ${debian_package} "
-                        "(apt-get install ${debian_package}), or run scripts/demo, which installs it.")
+                        "(apt-get install ${debian_package}), or run scripts/demo, which installs it.  "
+                        "Set VEK_TOOLS=OFF to build the libraries alone.")
   endif()
 endfunction()
