@@ -35,9 +35,26 @@ install_packages() {
         exit 1
     fi
     echo "Installing $*" >&2
-    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq)
-    "${apt[@]}" update >/dev/null
-    "${apt[@]}" install -y --no-install-recommends "$@" >/dev/null
+    apt_get update
+    apt_get install -y --no-install-recommends "$@"
+}
+
+# apt_get ARGUMENT...: as root, with the words in as_root.  Waits up to ten minutes while
+# another apt runs: apt-get itself waits for the lock of dpkg, but not for those of the
+# package lists and the archives.
+apt_get() {
+    local errors status deadline=$((SECONDS + 600))
+    while true; do
+        status=0
+        errors=$("${as_root[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive \
+            apt-get -qq -o DPkg::Lock::Timeout=600 "$@" 2>&1 >/dev/null) || status=$?
+        if ((status == 0 || SECONDS >= deadline)) || [[ $errors != *"E: Could not get lock"* ]]; then
+            break
+        fi
+        sleep 1
+    done
+    [[ -z $errors ]] || echo "$errors" >&2
+    return "$status"
 }
 
 build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp
