@@ -5,12 +5,16 @@
 # Installs the packages whose probe is missing.  A probe is a command; with a "/", a
 # header; with a "/" at its start, a pattern for absolute paths.
 need_packages() {
-    local missing=() pair
+    local absent=() pair
+    if (($# == 0)); then
+        echo "need_packages: no packages are listed" >&2
+        return 1
+    fi
     for pair in "$@"; do
-        has_probe "${pair#*:}" || missing+=("${pair%%:*}")
+        has_probe "${pair#*:}" || absent+=("${pair%%:*}")
     done
-    if ((${#missing[@]} > 0)); then
-        install_packages "${missing[@]}"
+    if ((${#absent[@]} > 0)); then
+        install_packages "${absent[@]}"
     fi
 }
 
@@ -63,6 +67,8 @@ fortran_packages=(gfortran:gfortran)
 share_packages=(pkgconf:pkg-config libfuse3-dev:fuse3/fuse.h fuse3:fusermount3)
 test_packages=("${build_packages[@]}" "${fortran_packages[@]}" "${share_packages[@]}"
     libbenchmark-dev:benchmark/benchmark.h valgrind:valgrind strace:strace)
+# shellcheck disable=SC2034
+package_packages=("${test_packages[@]}" binutils:readelf)
 # shellcheck disable=SC2034
 windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mingw32-g++-posix
     gfortran-mingw-w64-x86-64-posix:x86_64-w64-mingw32-gfortran-posix wine:wine)
