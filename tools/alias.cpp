@@ -14,14 +14,14 @@ string clean_path(const string &path)
 static string alias_of(string path)
 {
     path = vorn_vek_nt2unix_path(path.data());
+    const bool has_host = path.starts_with("file://localhost/");
     if (path.starts_with("file://"))
-        path.erase(0, strlen("file://"));
+        path.erase(0, strlen(has_host ? "file://localhost" : "file://"));
     if (path.empty() || path.starts_with('<') || path.starts_with("klvds:"))
         return convert(vorn_vek_path2alias, path);
     const string alias = convert(vorn_vek_path2alias, clean_path(path));
-    const string relative =
-        convert(vorn_vek_path2alias, fs::path(path).lexically_normal().generic_string());
-    return !alias.starts_with("klvds:") && relative.starts_with("klvds:") ? relative : alias;
+    const string other = convert(vorn_vek_path2alias, fs::path(path).lexically_normal().string());
+    return !alias.starts_with("klvds:") && other.starts_with("klvds:") ? other : alias;
 }
 
 int show_aliases(const command_options &options)

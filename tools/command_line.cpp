@@ -98,5 +98,5 @@ int answer_names(const command_options &options, const std::function<bool(const 
         failed += answer(word) ? 0 : 1;
     for (string line; reads_input && std::getline(std::cin, line, output.nul ? '\0' : '\n');)
         failed += answer(line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0))) ? 0 : 1;
-    return failed;
+    return failed + complain(reads_input && ferror(stdin) ? "standard input cannot be read" : "");
 }

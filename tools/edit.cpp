@@ -34,7 +34,8 @@ static int check_level(const command_options &options, const string &name)
 // 0 if the text is no number.
 static int level_of(const string &text)
 {
-    return text.find_first_not_of("0123456789") == string::npos ? atoi(text.c_str()) : 0;
+    const bool is_number = text.size() < 6 && text.find_first_not_of("0123456789") == string::npos;
+    return is_number ? atoi(text.c_str()) : 0;
 }
 
 // What keeps a database from being added, or the private file from holding it; empty: nothing.
@@ -116,8 +117,9 @@ int set_or_show_default(const command_options &options)
     const configuration next = next_session(options.session);
     if (equal_nocase(next.write_default.name, name))
         return 0;
+    const string place = place_of(&next.write_default), kept = "'" + next.write_default.name + "'";
     return report_lost(next, "'" + name + "' is the default",
-                       "the private file has no DEFAULT_WRITE_DB, or a plug-in's file has another");
+                       place.empty() ? "no file has a DEFAULT_WRITE_DB" : place + " names " + kept);
 }
 
 // The end of the input cancels.

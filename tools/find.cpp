@@ -3,7 +3,6 @@
 #include "commands.h"
 #include "vek.h"
 
-// The library's functions write into their argument, so each gets a copy.
 static string search(const command_options &options, string name)
 {
     int found = 1;
@@ -22,11 +21,6 @@ static string file_status(const string &path)
     if (vek_file_exists(path.c_str()))
         return "found";
     return errno == 0 ? "not a file" : strerror(errno);
-}
-
-static bool searches_levels()
-{
-    return environment("KLV_VEK_SEARCH") == "yes";
 }
 
 static string path_at_level(const string &name, const string &file_class, int level)
@@ -58,7 +52,8 @@ static void add_tried_paths(vector<row> &rows, const string &name, const string 
     const string other = "<" + string(vek_product_name()) + "_shared>" + place.rest;
     if (place.database == "shared")
         add_path(rows, first, name, convert(vorn_vek_input2full, other));
-    for (int level = 1; searches_levels() && level <= vorn_vek_get_number_of_veks(); ++level)
+    const int levels = environment("KLV_VEK_SEARCH") == "yes" ? vorn_vek_get_number_of_veks() : 0;
+    for (int level = 1; level <= levels; ++level)
         add_path(rows, first, name, path_at_level(name, file_class, level));
 }
 
@@ -94,8 +89,8 @@ string unknown_in_tables(string entry::*key, const string &what, const string &n
 {
     const vector<entry> tables = session_tables();
     const string hint = did_you_mean(name, names_of(tables, key));
-    return find_entry(tables, name, key) ? ""
-                                         : "no table has the " + what + " '" + name + "'" + hint;
+    const bool is_known = tables.empty() || find_entry(tables, name, key);
+    return is_known ? "" : "no table has the " + what + " '" + name + "'" + hint;
 }
 
 static string wrong_file(const fs::path &path)
@@ -125,7 +120,7 @@ static string why_missing(const string &name, const string &file_class)
         reason = unknown_in_tables(&entry::name, "class", file_class);
     if (!reason.empty())
         return reason;
-    const bool is_limited = !file_class.empty() && !searches_levels();
+    const bool is_limited = !file_class.empty() && environment("KLV_VEK_SEARCH") != "yes";
     return wrong_file(convert(vorn_vek_input2full, unix_name)) +
            (is_limited ? " (no level is searched, as KLV_VEK_SEARCH is not \"yes\")" : "");
 }

@@ -45,7 +45,7 @@ void start_output()
 {
     struct stat status;
     for (int file = 0; file <= 2; ++file)
-        if (fstat(file, &status) != 0 && open("/dev/null", O_RDONLY) != file)
+        if (fstat(file, &status) != 0 && open("/dev/null", file == 0 ? O_WRONLY : O_RDONLY) != file)
             break;
     setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     hsk_output_to_error(1);

@@ -29,9 +29,10 @@ static bool make_report(const string &what, string *text)
 
 vector<entry> session_tables()
 {
+    static vector<entry> tables; // which do not change while a command runs
     string text;
-    vector<entry> tables;
-    make_report("tables", &text);
+    if (tables.empty())
+        make_report("tables", &text);
     for (const string &line : split(text, "\n")) {
         const strings words = split(line, " ");
         if (words.size() == 4 && words[0] == "Table")
@@ -48,8 +49,7 @@ int write_report(const command_options &options)
         return 1;
     std::ofstream file(path);
     const bool is_written = (file << text).flush().good();
-    return complain(is_written ? ""
-                               : "the report '" + path + "' cannot be written: " + strerror(errno));
+    return complain(is_written ? "" : "'" + path + "' cannot be written: " + strerror(errno));
 }
 
 int create_database(const command_options &options)

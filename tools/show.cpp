@@ -41,16 +41,17 @@ int show_defaults(const command_options &options)
     const configuration files = next_session(options.session);
     const string keys = string("class test_rig property_file") +
                         (options.origin ? " test_rig_origin property_file_origin" : "");
+    strings classes;
     for (const auto *entries : {&files.tables, &files.testrigs, &files.propfiles})
-        for (const entry &known : *entries)
-            if (options.words.empty() &&
-                std::ranges::find(chosen.words, known.name) == chosen.words.end())
-                chosen.words.push_back(known.name);
+        for (const string &name : names_of(*entries))
+            if (std::ranges::find(classes, name) == classes.end())
+                classes.push_back(name);
+    chosen.words = options.words.empty() ? classes : options.words;
     const int missing = answer_names(chosen, [&](const string &name) {
         const string rig = vorn_vek_get_def_testrig(name.c_str());
         const string file = vorn_vek_get_def_propfile(name.c_str());
-        if (rig.empty() && file.empty() && complain(unknown_in_tables(&entry::name, "class", name)))
-            return false;
+        if (rig.empty() && file.empty() && std::ranges::find(classes, name) == classes.end())
+            return !complain("there is no class '" + name + "'" + did_you_mean(name, classes));
         rows.push_back({keys,
                         {name, rig, file, place_of(find_entry(files.testrigs, name)),
                          place_of(find_entry(files.propfiles, name))}});

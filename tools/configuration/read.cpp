@@ -24,9 +24,10 @@ static vector<statement> split_lines(configuration &all, const cfg_file &file, s
     vector<statement> parts;
     location where = {file.path, 1, 1, 1, file.number};
     for (size_t next = 0; next < file.text.size(); next += parts.back().length) {
-        const size_t length = std::min(file.text.find('\n', next) + 1 - next, limit);
-        const bool is_end = file.text[next + length - 1] == '\n';
-        const string line = file.text.substr(next, length - (is_end ? 1 : 0));
+        const string part = file.text.substr(next, limit);
+        const size_t length = std::min(part.find('\n'), part.size() - 1) + 1;
+        const bool is_end = part[length - 1] == '\n';
+        const string line = part.substr(0, length - (is_end ? 1 : 0));
         const size_t end = strcspn(line.c_str(), "!");
         parts.push_back({all, file.role, where, line, length, end, words_of(line.substr(0, end))});
         where.column = is_end ? 1 : where.column + (int)length;

@@ -31,11 +31,11 @@ static string try_path(configuration &all, const string &path)
     errno = 0;
     const bool is_short = path.size() < VEK_CFG_PATH_SIZE;
     const bool is_found = vek_file_exists(path.c_str()) && is_short;
-    const char *fault = is_short ? strerror(errno) : "longer than 266 characters";
-    const string answer = is_found ? "found" : fault;
+    const bool is_missing = errno == 0 || errno == ENOENT || errno == ENOTDIR;
+    const string answer = is_found ? "found" : is_short ? strerror(errno) : "longer than 266 bytes";
     if (is_found)
         all.found.push_back(path);
-    else if (fs::exists(fs::symlink_status(path, error)))
+    else if (!is_missing || fs::exists(fs::symlink_status(path, error)))
         all.diagnostics.push_back({{path}, ERROR, "unreadable", answer});
     return answer;
 }
