@@ -73,7 +73,8 @@ static void add_report(vector<diagnostic> &faults, const string &line, bool *is_
         faults.back().text += " " + text;
     if (parts[1].length() > 1)
         return;
-    *is_added = faults.empty() || !std::regex_search(line, consequence);
+    *is_added = std::ranges::count(faults, ERROR, &diagnostic::level) == 0 ||
+                !std::regex_search(line, consequence);
     if (std::regex_search(line, at, place)) {
         where = {at[2], std::stoi(at[1]), 1, std::stoi(at[1]), 0};
         *is_added = std::ranges::none_of(faults, [&](const diagnostic &fault) {
@@ -109,6 +110,6 @@ int check_session(const command_options &options)
     const auto warnings = std::ranges::count(all.diagnostics, WARNING, &diagnostic::level);
     print_answer({"errors# warnings#", {std::to_string(errors), std::to_string(warnings)}},
                  counted(errors, "error") + " and " + counted(warnings, "warning") + " in " +
-                     (all.found.empty() ? "no file" : join(all.found)));
+                     (all.found.empty() ? "no file" : all.found));
     return code == 0 && errors + warnings == 0 ? 0 : 1;
 }

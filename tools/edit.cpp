@@ -25,10 +25,9 @@ static int check_level(const command_options &options, const string &name)
     const configuration next = next_session(options.session);
     const entry *later = find_entry(next.databases, name);
     const int level = later ? (int)(later - next.databases.data()) + 1 : 0;
-    if (level == vorn_vek_db2level(name.c_str()))
-        return 0;
-    return report_lost(next, "'" + name + "' is at that level",
-                       "later, by the order of the files, it is at level " + std::to_string(level));
+    const string fault =
+        "' has level " + std::to_string(level) + " later, by the order of the files";
+    return complain(level == vorn_vek_db2level(name.c_str()) ? "" : "'" + name + fault);
 }
 
 // 0 if the text is no number.
@@ -112,7 +111,12 @@ int set_or_show_default(const command_options &options)
     if (options.words.empty())
         return complain(chosen ? "" : "there is no default writable database");
     const string &name = options.words[0];
-    if (complain(unknown_database(name)) || vorn_vek_set_write_default(name.c_str()) != 0)
+    session_options product = options.session;
+    product.plugins.clear();
+    const bool is_late = !find_entry(next_session(product).databases, name);
+    if (complain(unknown_database(name)) ||
+        complain(is_late ? "a plug-in's file, read after the private file, defines it" : "") ||
+        vorn_vek_set_write_default(name.c_str()) != 0)
         return 1;
     const configuration next = next_session(options.session);
     if (equal_nocase(next.write_default.name, name))

@@ -25,6 +25,8 @@ int change_files(const command_options &options)
         return 1;
     if (find_entry(tables, ext, &entry::extension))
         return vorn_vek_copy_file2db(source.data(), options.database.c_str());
-    return complain("no table has the extension '" + ext + "' of '" + source + "', only " +
-                    join(names_of(tables, &entry::extension)));
+    string known;
+    for (const entry &table : tables)
+        known += " " + table.extension;
+    return complain("no table has the extension '" + ext + "' of '" + source + "', only" + known);
 }

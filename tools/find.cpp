@@ -78,9 +78,10 @@ static void add_copies(vector<row> &rows, const string &name, const string &file
 string unknown_database(const string &name)
 {
     strings names = database_names();
-    if (vorn_vek_db2level((string(vek_product_name()) + "_shared").c_str()) > 0)
+    const string shared = string(vek_product_name()) + "_shared";
+    if (vorn_vek_db2level(shared.c_str()) > 0)
         names.insert(names.begin(), "shared");
-    if (vorn_vek_db2level(name.c_str()) > 0 || (name == "shared" && names[0] == name))
+    if (vorn_vek_db2level(name == "shared" ? shared.c_str() : name.c_str()) > 0)
         return "";
     return "there is no database '" + name + "'" + did_you_mean(name, names, "<", ">");
 }

@@ -31,7 +31,7 @@ int show_tables(const command_options &options)
         rows.push_back(
             {keys, {name, directory, extension, place_of(find_entry(files.tables, name))}});
     print_rows(rows);
-    return rows.empty() ? 1 : 0;
+    return complain(rows.empty() ? "there is no table" : "");
 }
 
 int show_defaults(const command_options &options)

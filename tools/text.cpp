@@ -23,7 +23,7 @@ static size_t distance(string from, string to)
 string did_you_mean(const string &name, const strings &known, const char *before, const char *after)
 {
     string best;
-    size_t least = std::max<size_t>(1, name.size() / 3) + 1;
+    size_t least = name.size() < 3 ? 1 : name.size() / 3 + 1;
     for (const string &candidate : known)
         if (candidate != name && distance(name, candidate) < least) {
             best = candidate;
@@ -47,14 +47,6 @@ strings split(const string &text, const char *separators)
             parts.push_back(text.substr(start, end - start));
     }
     return parts;
-}
-
-string join(const strings &parts)
-{
-    string text;
-    for (const string &part : parts)
-        text += (text.empty() ? "" : ", ") + part;
-    return text;
 }
 
 bool is_in(const string &word, const string &list)

@@ -31,5 +31,4 @@ string convert(auto *function, string text)
 }
 string environment(const char *variable);                  // empty if it is not set
 strings split(const string &text, const char *separators); // no part is empty
-string join(const strings &parts);                         // with ", "
 bool is_in(const string &word, const string &list);        // a word of those between spaces

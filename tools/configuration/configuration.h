@@ -42,7 +42,7 @@ struct configuration {
     int file_count = 0;     // read so far
     bool is_whole = true;   // false: other files are read before these
     vector<row> candidates; // where a session looks for its files
-    strings found;          // of those
+    string found;           // those of these, with ", "
     vector<entry> databases, tables, propfiles, testrigs, variables;
     entry write_default;
     vector<entry> rejected; // first operands of statements with an error, and what these define

@@ -57,13 +57,15 @@ static bool load(configuration &all, cfg_file &file)
 static void read_lines(configuration &all, const cfg_file &file, bool is_environment)
 {
     const size_t limit = is_environment ? ENVIRONMENT_LIMIT : LIMIT;
-    const vector<statement> parts = split_lines(all, file, limit);
-    for (size_t i = 0; i < parts.size(); ++i)
+    vector<statement> parts = split_lines(all, file, limit);
+    for (size_t i = 0, skipped = 0; i < parts.size(); ++i) {
+        parts[i].where.cfg_line -= (int)skipped; // the library does not count them
         if (is_environment || parts[i].end < limit)
             read_statement(parts[i], is_environment);
         else if (!fault_at(parts[i], 0, "too-long", "a statement of more than 266 characters"))
-            while (i + 1 < parts.size() && parts[++i].length == limit)
-                continue;
+            for (bool is_full = true; is_full && i + 1 < parts.size(); ++skipped)
+                is_full = parts[++i].length == limit;
+    }
 }
 
 // The ENVIRONMENT statements of all files of the product come first.  Each file of a plug-in

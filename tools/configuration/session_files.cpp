@@ -34,7 +34,7 @@ static string try_path(configuration &all, const string &path)
     const bool is_missing = errno == 0 || errno == ENOENT || errno == ENOTDIR;
     const string answer = is_found ? "found" : is_short ? strerror(errno) : "longer than 266 bytes";
     if (is_found)
-        all.found.push_back(path);
+        all.found += (all.found.empty() ? "" : ", ") + path;
     else if (!is_missing || fs::exists(fs::symlink_status(path, error)))
         all.diagnostics.push_back({{path}, ERROR, "unreadable", answer});
     return answer;

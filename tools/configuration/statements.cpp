@@ -41,12 +41,17 @@ static entry entry_of(const statement &it, const string &value)
     return {operand(it, 1), value, place_in(it, 1)};
 }
 
+static string defined_name(const configuration &all, const string &name)
+{
+    return name == "shared" && all.product != "dunmoren" ? all.product + "_shared" : name;
+}
+
 static bool report_unknown_database(const statement &it, size_t index, const string &name)
 {
     return fault_at(it, index, "unknown-database",
                     "no database '" + name + "' is defined before" +
                         did_you_mean(name, names_of(it.all.databases)),
-                    unless_rejected(it.all, name, "database"));
+                    unless_rejected(it.all, defined_name(it.all, name), "database"));
 }
 
 static string normalized(const statement &it, string path)
@@ -101,11 +106,6 @@ static void apply_old_database(const statement &it)
     apply_database(it);
     if (equal_nocase(operand(it, 0), "PRIVATE_DB") && it.all.write_default.value.empty())
         apply_write_default(it);
-}
-
-static string defined_name(const configuration &all, const string &name)
-{
-    return name == "shared" && all.product != "dunmoren" ? all.product + "_shared" : name;
 }
 
 // The databases are moved to the front, the last one first.
@@ -268,7 +268,8 @@ static bool has_byte_fault(const statement &it)
         fault_at(it, 0, "byte-order-mark", "the line is ignored, as a byte order mark precedes it",
                  it.words.size() > 1 || it.words[0].text.size() > 3 ? ERROR : WARNING);
     if (has_nul)
-        fault_at(it, it.words.size(), "nul-byte", "ignored from a NUL byte on", WARNING);
+        fault_at(it, it.words.size(), "nul-byte", "ignored from a NUL byte on",
+                 form_of(it.words) ? WARNING : ERROR);
     return has_mark || has_nul;
 }
 

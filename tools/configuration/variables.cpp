@@ -46,8 +46,10 @@ void apply_environment(const statement &it)
     const string early = "KLV_PRODUCT_NAME HOME topdir " + own + " " + own + "_SITE KLV_" +
                          short_name(it.all.product) + "_PRIVATE_CFG";
     if (it.role != CFG_PLUGIN && is_in(name, early))
-        fault_at(it, 1, "late-variable", "set too late: it leads to these files", WARNING);
+        fault_at(it, 1, "late-variable", "it leads to these files: set it before", WARNING);
     value = expand(it, value);
+    if (value.empty() && unless_rejected(it.all, name, "variable") == CONSEQUENCE)
+        return;
     // Quotes that enclose the whole value are removed, then spaces at its end.
     if (value.starts_with('"') && value.ends_with('"'))
         value = value.size() < 3 ? "" : value.substr(1, value.size() - 2);
