@@ -8,8 +8,11 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/vek)
 set(generated_dir ${PROJECT_BINARY_DIR}/package)
 
 install(TARGETS vek hsk EXPORT vek INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES ${PROJECT_SOURCE_DIR}/include/vek.h ${PROJECT_SOURCE_DIR}/hsk/hsk_control.h
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES ${PROJECT_SOURCE_DIR}/include/vek.h ${PROJECT_SOURCE_DIR}/include/hsk.h
+              ${PROJECT_SOURCE_DIR}/hsk/hsk_control.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+# With the sample installation that the examples find files in.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/vek/examples)
 
 # A host that asks for an older release accepts a newer one.
 install(EXPORT vek DESTINATION ${package_dir} NAMESPACE vek:: FILE vekConfig.cmake)

@@ -1,8 +1,8 @@
-# Converts the plain comments of include/vek.h to comments that Doxygen takes.
-# The header is a manual to be read as text, so it carries no markup:
+# Converts the plain comments of include/vek.h and include/hsk.h to comments that Doxygen
+# takes.  Each header is a manual to be read as text, so it carries no markup:
 #
 #   /* ---- Title ---- ...    becomes a group, which lasts to the next one
-#   a comment before VEK_API  becomes the entry of each declaration below it
+#   a comment before VEK_API  (HSK_CORE in hsk.h) becomes the entry of each declaration below it
 #   a comment after a #define becomes its entry
 #   the first comment         becomes a group of its own, the rules for all
 #   all other comments        are left as they are
@@ -12,7 +12,7 @@
 #
 #   Parameters  name  text     becomes @param, where the declaration has the name
 #   Returns     text, or rows  becomes @return, or a @retval for each "code  text"
-#   Prints, Overwrites, Lifetime  become paragraphs under that title
+#   Prints, Overwrites, Lifetime, Called, Minimum  become paragraphs under that title
 #
 # The names of operations become links.
 
@@ -20,6 +20,9 @@ BEGIN {
     while ((getline name < "src/exports.txt") > 0)
         if (name !~ /^#/)
             is_operation[name] = 1
+    while ((getline name < "include/hsk.h") > 0)
+        if (name ~ /^HSK_CORE /)
+            is_operation[name_of(name)] = 1
 }
 
 { sub(/\r$/, "") }
@@ -39,10 +42,10 @@ in_linkage { if (/^#endif/) in_linkage = 0; print ""; next }
     print substr($0, 1, at - 1) "/**< @brief" text "\n\n" text " */"
     next
 }
-/^VEK_API / { declaration = ""; in_declaration = 1 }
+/^(VEK_API|HSK_CORE) / { declaration = ""; in_declaration = 1 }
 in_declaration {
     line = $0
-    sub(/^VEK_API +/, "", line)
+    sub(/^(VEK_API|HSK_CORE) +/, "", line)
     declaration = declaration line "\n"
     if (/;$/) {
         in_declaration = 0
@@ -85,7 +88,10 @@ function keep_entry(    i) {
 
 function write_file_comment() {
     print "/** @file\n@brief " body(comment[1]) " */"
-    write_comment("@defgroup rules Rules for every operation", 2, 1)
+    if (FILENAME ~ /hsk\.h$/)
+        write_comment("@defgroup core_rules Rules for the core library", 2, 1)
+    else
+        write_comment("@defgroup rules Rules for every operation", 2, 1)
 }
 
 function open_group(    title, id, i) {
@@ -152,7 +158,7 @@ function split_entry(    i, line, section) {
     item_count = 0
     for (i = 1; i <= entry_count; ++i) {
         line = entry[i]
-        if (substr(line, 1, 12) ~ /^(Parameters|Returns|Prints|Overwrites|Lifetime) +$/) {
+        if (substr(line, 1, 12) ~ /^(Parameters|Returns|Prints|Overwrites|Lifetime|Called|Minimum) +$/) {
             section = substr(line, 1, 12)
             sub(/ +$/, "", section)
             add_item(section, substr(line, 13), 1)
@@ -244,7 +250,7 @@ function link(text,    done, before, word) {
         text = substr(text, RSTART + RLENGTH)
         if ((word in is_operation) && (done before) !~ /&quot;$/)
             word = word "()"
-        else if (word ~ /^VEK_[A-Z_]*_(SIZE|COUNT)$/)
+        else if (word ~ /^(VEK_[A-Z_]*_(SIZE|COUNT)|HSK_(STRING_SIZE|LIST_NAME|(TYPE|ATTRIBUTE|FIRST|SECOND|SETTING)_[A-Z]+))$/)
             word = "#" word
         done = done before word
     }

@@ -1,6 +1,6 @@
 // The loaded model: one object with at most one string, its list of plug-ins.
 
-#include "host/hsk.h"
+#include "hsk.h"
 #include "hsk_control.h"
 
 #include <stdio.h>
@@ -10,11 +10,9 @@ static const int root_handle = 1;
 static const int model_handle = 2;
 static const int list_handle = 3;
 
-static const int ao_model = 4;
-static const int ao_string = 66;
-static const int aa_string_string = 518;
+static_assert(HSK_PLUGIN_LIST_SIZE <= HSK_STRING_SIZE);
 
-static const char list_name[] = "plugin_list";
+static const char list_name[] = HSK_LIST_NAME;
 
 static bool model_loaded = false;
 static bool lookup_active = false; // between ac_lookup_begin and ac_lookup_done
@@ -98,37 +96,36 @@ int hsk_load_model(const char *path)
     return result;
 }
 
-HSK_API int ac_tavik_root()
+int ac_tavik_root()
 {
     return root_handle;
 }
 
-HSK_API void ac_lookup_begin(int root, int type)
+void ac_lookup_begin(int root, int type)
 {
-    lookup_active = root == root_handle && type == ao_model;
+    lookup_active = root == root_handle && type == HSK_TYPE_MODEL;
 }
 
-HSK_API int ac_lookup_object(int)
+int ac_lookup_object(int)
 {
     return lookup_active && model_loaded ? model_handle : 0;
 }
 
-HSK_API void ac_lookup_done()
+void ac_lookup_done()
 {
     lookup_active = false;
 }
 
-HSK_API int ac_lookup_by_name(int model, int type, const char *name)
+int ac_lookup_by_name(int model, int type, const char *name)
 {
-    bool found = model_loaded && list_present && model == model_handle && type == ao_string &&
+    bool found = model_loaded && list_present && model == model_handle && type == HSK_TYPE_STRING &&
                  name && strcmp(name, list_name) == 0;
     return found ? list_handle : 0;
 }
 
-// Writes at most HSK_PLUGIN_LIST_SIZE bytes, the size of the callers' buffers.
-HSK_API void ac_get_string(int object, int attribute, int, char *buffer)
+void ac_get_string(int object, int attribute, int, char *buffer)
 {
-    bool known = object == list_handle && attribute == aa_string_string;
+    bool known = object == list_handle && attribute == HSK_ATTRIBUTE_STRING;
     const char *value = known ? plugin_list : "";
     memcpy(buffer, value, strlen(value) + 1);
 }

@@ -1,6 +1,6 @@
 // Settings and the process environment.
 
-#include "host/hsk.h"
+#include "hsk.h"
 #include "hsk_control.h"
 
 #include <stdlib.h>
@@ -11,7 +11,7 @@ static const int setting_count = 512;
 static int gui_threshold = 1;
 static int settings[setting_count]; // by id
 
-HSK_API int vc_putenv(const char *name, const char *value)
+int vc_putenv(const char *name, const char *value)
 {
     if (!name || !value)
         return 1;
@@ -22,17 +22,17 @@ HSK_API int vc_putenv(const char *name, const char *value)
 #endif
 }
 
-HSK_API int msg_get_gui_threshold()
+int msg_get_gui_threshold()
 {
     return gui_threshold;
 }
 
-HSK_API void msg_set_gui_threshold(int threshold)
+void msg_set_gui_threshold(int threshold)
 {
     gui_threshold = threshold;
 }
 
-HSK_API int default_current_defaults()
+int default_current_defaults()
 {
     return defaults_handle;
 }
@@ -44,19 +44,19 @@ static int *setting(int defaults, int id)
     return known ? &settings[id] : nullptr;
 }
 
-HSK_API int dbt_get_int(int defaults, int id, int)
+int dbt_get_int(int defaults, int id, int)
 {
     const int *value = setting(defaults, id);
     return value ? *value : 0;
 }
 
-HSK_API void dbt_set_int(int defaults, int id, int value, int)
+void dbt_set_int(int defaults, int id, int value, int)
 {
     if (int *stored = setting(defaults, id))
         *stored = value;
 }
 
 // Does nothing: the stub loads no libraries of plug-ins.
-HSK_API void register_new_plugin_paths(const char *)
+void register_new_plugin_paths(const char *)
 {
 }

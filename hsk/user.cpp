@@ -1,6 +1,6 @@
 // Output to the user, and dialogs, on the terminal.
 
-#include "host/hsk.h"
+#include "hsk.h"
 #include "hsk_control.h"
 
 #include <stdio.h>
@@ -72,7 +72,7 @@ static bool starts_with(const char *string, const char *prefix)
 
 // Flushes each entry, so that it keeps its order among lines that the process
 // prints by other means.
-HSK_API void vc_str_print(const char *text)
+void vc_str_print(const char *text)
 {
     text = text ? text : "";
     size_t length = strlen(text);
@@ -137,8 +137,8 @@ static int ask(const char *const *labels, int default_button)
     }
 }
 
-HSK_API int vc_alert(const char *kind, const char *message, const char *first, const char *second,
-                     const char *third, int default_button)
+int vc_alert(const char *kind, const char *message, const char *first, const char *second,
+             const char *third, int default_button)
 {
     const char *labels[button_count] = {first, second, third};
     const bool asks = answers_queued == 0 && asks_user;

@@ -1,6 +1,6 @@
 // The stub core library of the fuzzers.
 
-#include "host/hsk.h"
+#include "hsk.h"
 #include "support/harness.h"
 
 #include <cstring>

@@ -1,8 +1,8 @@
 // Executing the ENVIRONMENT statements of one configuration file.
 
 #include "config/cfg_text.h"
-#include "host/hsk.h"
 #include "host/message.h"
+#include "hsk.h"
 #include "text/text.h"
 
 #include <cstring>

@@ -1,9 +1,9 @@
 // How hosts start a session: product, mode, ENVIRONMENT statements, then the session start.
 
 #include "config/config.h"
-#include "host/hsk.h"
 #include "host/message.h"
 #include "host/plugin_list.h"
+#include "hsk.h"
 #include "text/text.h"
 
 #include <cstring>

@@ -1,8 +1,8 @@
 // Finding the configuration files of a product or plug-in.
 
 #include "config/config.h"
-#include "host/hsk.h"
 #include "host/message.h"
+#include "hsk.h"
 #include "platform/platform.h"
 #include "text/text.h"
 

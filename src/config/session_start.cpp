@@ -1,8 +1,8 @@
 // The start of a session, or of a plug-in in a running session.
 
 #include "config/config.h"
-#include "host/hsk.h"
 #include "host/message.h"
+#include "hsk.h"
 #include "records.h"
 #include "text/text.h"
 

@@ -2,8 +2,8 @@
 
 #include "config/cfg_text.h"
 #include "host/environment.h"
-#include "host/hsk.h"
 #include "host/message.h"
+#include "hsk.h"
 #include "text/text.h"
 
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "host/message.h"
 
-#include "host/hsk.h"
+#include "hsk.h"
 #include "text/text.h"
 
 #include <cstdarg>
@@ -9,12 +9,6 @@
 #include <cstring>
 
 char vek_message_buf[VEK_PATH_SIZE];
-
-// The two integer message settings that decide whether a line is shown, and the value
-// that shows it.
-constexpr int first_setting = 309;
-constexpr int second_setting = 310;
-constexpr int shown = 2;
 
 static int setting(int id)
 {
@@ -30,15 +24,15 @@ static void set_setting(int id, int value)
 static void print_forced(const char *line)
 {
     int threshold = msg_get_gui_threshold();
-    int first = setting(first_setting);
-    int second = setting(second_setting);
+    int first = setting(HSK_FIRST_SETTING);
+    int second = setting(HSK_SECOND_SETTING);
     msg_set_gui_threshold(0);
-    set_setting(first_setting, shown);
-    set_setting(second_setting, shown);
+    set_setting(HSK_FIRST_SETTING, HSK_SETTING_SHOWN);
+    set_setting(HSK_SECOND_SETTING, HSK_SETTING_SHOWN);
     vc_str_print(line);
     msg_set_gui_threshold(threshold);
-    set_setting(first_setting, first);
-    set_setting(second_setting, second);
+    set_setting(HSK_FIRST_SETTING, first);
+    set_setting(HSK_SECOND_SETTING, second);
 }
 
 void vek_put_message(const char *text, const char *tag)

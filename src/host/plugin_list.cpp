@@ -1,23 +1,19 @@
 #include "host/plugin_list.h"
 
-#include "host/hsk.h"
 #include "host/message.h"
+#include "hsk.h"
 #include "text/text.h"
 
 #include <cstring>
 
-constexpr int ao_model = 4;
-constexpr int ao_string = 66;
-constexpr int aa_string_string = 518;
-
 int plugin_list_find(bool needs_model)
 {
-    ac_lookup_begin(ac_tavik_root(), ao_model);
+    ac_lookup_begin(ac_tavik_root(), HSK_TYPE_MODEL);
     int model = ac_lookup_object(0);
     ac_lookup_done();
     if (model == 0 && needs_model)
         return 0;
-    return ac_lookup_by_name(model, ao_string, "plugin_list");
+    return ac_lookup_by_name(model, HSK_TYPE_STRING, HSK_LIST_NAME);
 }
 
 // The names that end within the first 1023 characters.
@@ -38,10 +34,10 @@ static text_span whole_names(const char *text)
 void plugin_list_fetch(int handle, char (&list)[plugin_list_size])
 {
     // ac_get_string does not know the size, so the buffer is far larger than any valid list.
-    static char delivered[65536];
+    static char delivered[HSK_STRING_SIZE];
 
     delivered[0] = '\0';
-    ac_get_string(handle, aa_string_string, 0, delivered);
+    ac_get_string(handle, HSK_ATTRIBUTE_STRING, 0, delivered);
     delivered[sizeof delivered - 1] = '\0';
     text_copy(list, whole_names(delivered));
 }

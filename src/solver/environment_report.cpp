@@ -1,7 +1,7 @@
 // Reporting what the environment variables that are set will do.
 
-#include "host/hsk.h"
 #include "host/message.h"
+#include "hsk.h"
 #include "solver/environment_table.h"
 
 #include <cstdlib>

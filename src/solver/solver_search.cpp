@@ -1,9 +1,9 @@
 // The solver's file search, which initializes the library at the first call.
 
 #include "host/environment.h"
-#include "host/hsk.h"
 #include "host/message.h"
 #include "host/plugin_list.h"
+#include "hsk.h"
 #include "text/text.h"
 
 #include <cstdlib>

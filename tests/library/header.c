@@ -1,2 +1,3 @@
+#include "hsk.h"
 #include "hsk_control.h"
 #include "vek.h"

@@ -2,7 +2,7 @@
 
 #include "system.h"
 
-#include "host/hsk.h"
+#include "hsk.h"
 
 #include <cstdlib>
 #include <cstring>

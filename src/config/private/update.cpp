@@ -8,7 +8,7 @@
 #include "config/config.h"
 #include "config/private/private.h"
 #include "host/environment.h"
-#include "host/hsk.h"
+#include "hsk.h"
 #include "text/text.h"
 
 // Returns 1 if the file was written or needs no update, 0 otherwise.
