@@ -186,11 +186,12 @@ contains
     last = vek_database_count()
     if (present(name)) name = ' '
     if (present(path)) path = ' '
-    if (level < 1 .or. level > last) then
+    found_name = ''
+    if (level >= 1 .and. level <= last) found_name = fortran_string(c_database_name(level))
+    if (found_name == '') then
       code = 1
       fault = 'there is no level ' // decimal(level)
     else
-      found_name = fortran_string(c_database_name(level))
       call assign(found_name, 'name', name, code, fault)
       call assign(database_path(found_name), 'path', path, code, fault)
     end if
@@ -291,14 +292,16 @@ contains
     if (fault /= '') code = -1
   end subroutine choose_product
 
-  ! Return the path of a database.  In names, "shared" in lower case stands for
-  ! another database than the one of that name.
+  ! Return the path of a database.  Of the two forms of an alias, one ends the name
+  ! at ">" and the other at "/".  In both, "shared" in lower case stands for another
+  ! database than the one of that name.
   function database_path(name) result(path)
     character(*), intent(in) :: name
     character(:), allocatable :: path
-    character(len(name) + 3, c_char) :: alias
+    character(len(name) + 9, c_char) :: alias
 
     alias = '<' // name // '>' // c_null_char
+    if (index(name, '>') > 0) alias = 'klvds://' // name // c_null_char
     if (name == 'shared') alias = '<SHARED>' // c_null_char
     path = fortran_string(c_alias_path(alias))
   end function database_path

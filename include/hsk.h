@@ -86,9 +86,8 @@ HSK_CORE int vc_alert(const char *kind, const char *message, const char *first, 
    Parameters  name   At most 60 characters.
                value  At most 267 characters.  It may be empty: the variable is
                       then set to the empty string (on Windows it is unset).
-   Returns     0 if the variable is set.  Any other number counts as a failure of
-               the configuration file, which the start reports if it is that of
-               the file's last statement.
+   Returns     0 if the variable is set.  vek_env_read returns the number for the last
+               statement of its file, and a start reports one that is not 0.
    Called      For each ENVIRONMENT statement of a configuration file, and by
                vek_start of the Fortran module.
    Minimum     None: what configuration files define by variables would have no
