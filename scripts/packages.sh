@@ -66,7 +66,8 @@ build_packages=(cmake:cmake ninja-build:ninja g++:g++ libcli11-dev:CLI/CLI.hpp
 fortran_packages=(gfortran:gfortran)
 share_packages=(pkgconf:pkg-config libfuse3-dev:fuse3/fuse.h fuse3:fusermount3)
 test_packages=("${build_packages[@]}" "${fortran_packages[@]}" "${share_packages[@]}"
-    libbenchmark-dev:benchmark/benchmark.h valgrind:valgrind strace:strace)
+    libbenchmark-dev:benchmark/benchmark.h valgrind:valgrind strace:strace
+    python3:/usr/bin/python3)
 # shellcheck disable=SC2034
 package_packages=("${test_packages[@]}" binutils:readelf)
 # shellcheck disable=SC2034
@@ -76,9 +77,10 @@ windows_packages=("${test_packages[@]}" g++-mingw-w64-x86-64-posix:x86_64-w64-mi
 fuzz_packages=("${build_packages[@]}" clang:clang++
     libclang-rt-dev:/usr/lib/clang/*/lib/linux/libclang_rt.fuzzer-*.a)
 # shellcheck disable=SC2034
-docs_packages=(doxygen:doxygen)
+docs_packages=(doxygen:doxygen mandoc:mandoc)
 # shellcheck disable=SC2034
-lint_packages=("${test_packages[@]}" clang-format:clang-format clang-tidy:clang-tidy)
+lint_packages=("${test_packages[@]}" clang-format:clang-format clang-tidy:clang-tidy
+    pyflakes3:pyflakes3 mypy:mypy)
 # shellcheck disable=SC2034
 coverage_packages=("${test_packages[@]}" gcovr:gcovr)
 # shellcheck disable=SC2034
