@@ -24,7 +24,7 @@ const vector<command> commands = {
     {"Files", "append", "append to a file", "SOURCE TARGET", 2, 2, CHANGES, change_files},
     {"Files", "backup", "back up a file", "PATH", 1, 1, CHANGES, change_files},
     {"Files", "delete", "delete a file", "PATH", 1, 1, CHANGES, change_files},
-    {"Change", "add", "add a database", "DATABASE DIRECTORY", 2, 2, CHANGES, add_database},
+    {"Change", "add", "add a database", "NEW DIRECTORY", 2, 2, CHANGES, add_database},
     {"Change", "remove", "remove a database", "DATABASE", 1, 1, CHANGES, remove_database},
     {"Change", "move", "move a database", "DATABASE LEVEL", 2, 2, CHANGES, move_database},
     {"Change", "default", "set or print default", "[DATABASE]", 0, 1, CHANGES, set_or_show_default},

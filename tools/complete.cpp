@@ -31,11 +31,11 @@ static strings words_for(const string &description, const configuration &files, 
     for (const command &command : commands)
         if (kind == "COMMAND" && *command.group)
             names.push_back(command.name);
-    return kind == "CLASS"      ? names_of(files.tables)
-           : kind == "DATABASE" ? names_of(files.databases)
-           : kind == "NAME"     ? names_in_databases(files, start)
-           : kind == "COMMAND"  ? names
-                                : split(kind, "|");
+    return kind == "CLASS"                ? names_of(files.tables)
+           : kind == "DATABASE"           ? names_of(files.databases)
+           : kind == "NAME"               ? names_in_databases(files, start)
+           : kind.find('|') < kind.size() ? split(kind, "|")
+                                          : names;
 }
 
 // The words are those of the command line, without "vekhost", up to the cursor.
