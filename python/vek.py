@@ -488,11 +488,14 @@ def add(name: str, directory: StrPath, level: int | None = None) -> None:
 def remove(name: str) -> None:
     """Remove a database from the session and from the user's private file, not from the disk.
 
-    A database of another configuration file is back in the next session.
+    Upper and lower case are alike in `name`.  A database of another configuration file is
+    back in the next session.  If KLV_UPDATE_CFG is "no", the private file stays as it is.
 
     Raises Error if there is no such database, or if it is the default writable database.
     """
-    if _call("vorn_vek_db_remove", name) != 0:
+    level = _call("vorn_vek_db2level", name)
+    stored = _call("vorn_vek_level2db", level) if level > 0 else name  # as in the private file
+    if _call("vorn_vek_db_remove", stored) != 0:
         raise Error(f"{name!r} is not removed", _lines)
 
 

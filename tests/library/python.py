@@ -99,7 +99,7 @@ def test_changes():
     assert run("-c", later).stdout == ascii(found) + "\n"
     vek.move("ideas", 4)
     assert [database.name for database in vek.databases()] == ["kestrel_shared", "workshop", "private", "ideas"]
-    vek.remove("ideas")
+    vek.remove("IDEAS")
     assert len(vek.databases()) == 3 and "NotFoundError" in run("-c", later).stderr
     missing = os.path.abspath(os.fsdecode(b"no\xff/directory"))
     error = raises(vek.Error, missing, vek.add, "ideas", missing)
