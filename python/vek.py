@@ -505,5 +505,7 @@ def move(name: str, level: int) -> None:
 
     Raises Error if there is no such database or level.
     """
+    if level != ctypes.c_int(level).value:
+        raise Error(f"{name!r} is not moved: there is no level {level}")
     if _call("vorn_vek_db_reorder", name, level) != 0:
         raise Error(f"{name!r} is not moved", _lines)
