@@ -466,7 +466,10 @@ def add(name: str, directory: StrPath, level: int | None = None) -> None:
 
     Raises Error, and adds nothing, if the name is in use, if the private file cannot hold
     the name or the path, if there is no such level, or if the directory cannot be created.
+    Raises ValueError if `directory` is empty.
     """
+    if not os.fspath(directory):
+        raise ValueError("the directory is empty")
     full = os.path.abspath(os.fsdecode(directory))
     last = _call("vorn_vek_get_number_of_veks") + 1
     level = last if level is None else level

@@ -109,6 +109,7 @@ def test_changes():
     assert "new" not in os.listdir() and "ne$w" not in os.listdir()
     raises(vek.Error, "ERROR: The database : 'private' is the default", vek.remove, "private")
     raises(vek.Error, "ERROR: Level : '4' is invalid", vek.move, "private", 4)
+    raises(ValueError, "empty", vek.add, "em", "")
     raises(vek.Error, "no level 4294967297", vek.move, "private", 2**32 + 1)
 
 
