@@ -166,6 +166,13 @@ def _open(name: str, variable: str, mode: int) -> ctypes.CDLL:
 
 
 def _load() -> None:
+    try:
+        _load_libraries()
+    except AttributeError as error:
+        raise Error(f"a library of another version, or another library, is loaded: {error}") from error
+
+
+def _load_libraries() -> None:
     if os.name != "posix":
         raise Error("vek.py is for POSIX systems only")
     process = ctypes.CDLL(None)
