@@ -395,11 +395,11 @@ def alias(path: StrPath) -> str:
     text = os.fsdecode(path).replace("\\", "/")
     text = text[len("file://"):] if text.startswith("file://") else text
     if text.startswith(("<", "klvds:")):
-        return str(_call("vorn_vek_path2alias", text))
+        return _call("vorn_vek_path2alias", text) or text
     name: str = _call("vorn_vek_path2alias", os.path.abspath(text))
     relative: str = _call("vorn_vek_path2alias", os.path.normpath(text))  # as a database's path
     is_relative = relative.startswith("klvds:") and not name.startswith("klvds:")
-    return relative if is_relative else name
+    return relative if is_relative else name or os.path.abspath(text)  # empty if it is too long
 
 
 # ---- What the session holds ----

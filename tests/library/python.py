@@ -67,6 +67,7 @@ def test_names():
         assert vek.find(name) == vek.path(name) == file
     assert vek.alias(DAMPERS + "/../dampers.tbl/road_front.dpr") == "klvds://kestrel_shared/dampers.tbl/road_front.dpr"
     assert vek.alias("/a/b.dpr") == "file:///a/b.dpr"
+    assert vek.alias("/a" * 140) == "/a" * 140
     raises(ValueError, "null", vek.find, file + "\0")
     raises(vek.NotFoundError, "no path", vek.path, "<shard>/dampers.tbl/road_front.dpr")
     copy = os.path.abspath("home/private.vek/dampers.tbl/road_front.dpr")
