@@ -106,8 +106,9 @@ class Defaults(NamedTuple):
 _PATH_SIZE = 268  # of a string that the library may write to
 _LONGEST_STATEMENT = 266
 
-# Result and arguments of each function: i int, s string, p address.
+# Result and arguments of each function: i int, s string, p address, v none.
 _PROTOTYPES = {
+    "vek_set_interface_mode": "v",
     "vorn_vek_cfg_env_read": "is",
     "vek_product_name": "s",
     "vorn_vek_get_number_of_veks": "i",
@@ -132,7 +133,7 @@ _PROTOTYPES = {
     "vorn_vek_get_def_propfile": "ss",
     "vorn_vek_get_def_testrig": "ss",
 }
-_TYPES = {"i": ctypes.c_int, "s": ctypes.c_char_p, "p": ctypes.c_void_p}
+_TYPES: dict[str, Any] = {"i": ctypes.c_int, "s": ctypes.c_char_p, "p": ctypes.c_void_p, "v": None}
 
 _lock = threading.RLock()
 _functions: dict[str, Any] = {}
@@ -281,6 +282,7 @@ def _start_product(product: str | None) -> None:
 
 def _read_files(name: str) -> None:
     """Start the product, which has the empty name here, or a plug-in."""
+    _call("vek_set_interface_mode")  # so that a missing shared file is reported by name
     try:
         code = _call("vorn_vek_cfg_env_read", name)
     finally:

@@ -31,6 +31,7 @@ def test_session():
     raises(TypeError, "list", vek.start, "kestrel", "heron")
     topdir = os.environ.pop("topdir")
     raises(vek.Error, "ABORT: fatal configuration file error", vek.start, "kestrel")
+    raises(vek.Error, "Shared cfg file kestrel.cfg not found", vek.start, "kestrel")
     os.environ["topdir"] = topdir
     vek.messages()
     vek.start("kestrel")
