@@ -412,12 +412,22 @@ def _database_names() -> list[str]:
     return [_call("vorn_vek_level2db", level) for level in range(1, count + 1)]
 
 
+def _directory(name: str) -> str:
+    """Return the directory of a database, even if its name begins as a URL does, or with "<"."""
+    text = "SHARED" if name == "shared" else name  # the library replaces "shared" itself
+    if ">" not in text:
+        text = f"<{text}>"
+    elif "/" not in text:
+        text = f"klvds://{text}"
+    return str(_call("vorn_vek_alias2path", text))
+
+
 @_operation
 def databases() -> list[Database]:
     """Return the databases in search order."""
     chosen = _call("vorn_vek_db2level", _call("vorn_vek_get_write_default"))
     return [
-        Database(level, name, _call("vorn_vek_alias2path", name),
+        Database(level, name, _directory(name),
                  _call("vorn_vek_db_iswritable", name) == 1, level == chosen)
         for level, name in enumerate(_database_names(), 1)
     ]

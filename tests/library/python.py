@@ -106,6 +106,11 @@ def test_changes():
     missing = os.path.abspath(os.fsdecode(b"no\xff/directory"))
     error = raises(vek.Error, missing, vek.add, "ideas", missing)
     assert len(error.lines) == 1 and error.lines == vek.messages()[-1:]
+    for name in ["<c", "file://z", "a>/b", "<d>"]:
+        vek.add(name, "odd")
+        assert vek.databases()[-1][1:3] == (name, os.path.abspath("odd"))
+        vek.remove(name)
+    shutil.rmtree("odd")
     for name, directory, level in [("Private", "new", None), ("a b", "new", 1), ("a!", "new", 1), ("a", "ne$w", 1), ("a", "new", 5)]:
         raises(vek.Error, "not added: ", vek.add, name, directory, level)
     assert "new" not in os.listdir() and "ne$w" not in os.listdir()
