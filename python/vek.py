@@ -33,6 +33,7 @@ import collections
 import ctypes
 import functools
 import os
+import re
 import sysconfig
 import tempfile
 import threading
@@ -324,6 +325,21 @@ def messages() -> list[str]:
 # ---- Names ----
 
 
+def _rooted(name: StrPath) -> str:
+    """Return a name that does not lose its "/" if it is that of a file in "/"."""
+    text = os.fsdecode(name)
+    in_root = re.fullmatch("(?:file://)?/+([^/]*)/*", text.replace("\\", "/"))
+    return "/./" + (in_root[1] or ".") if in_root else text
+
+
+def _unrooted(full: str) -> str:
+    return "/" if full == "/./." else full[2:] if full.startswith("/./") else full
+
+
+def _full(name: StrPath) -> str:
+    return _unrooted(_call("vorn_vek_input2full", _rooted(name)))
+
+
 @_operation
 def find(name: StrPath, file_class: str = "") -> str:
     """Return the real path of the file with a name in any form.
@@ -333,12 +349,12 @@ def find(name: StrPath, file_class: str = "") -> str:
 
     Raises NotFoundError if no file can be opened for reading.
     """
-    address = _call("vorn_vek_search_file", file_class, name, 1)
+    address = _call("vorn_vek_search_file", file_class, _rooted(name), 1)
     found = ctypes.string_at(address)
     if found:
         _functions["free"](address)
-        return os.fsdecode(found)
-    tried = _call("vorn_vek_input2full", name)
+        return _unrooted(os.fsdecode(found))
+    tried = _full(name)
     shown = os.fsdecode(name)
     raise NotFoundError(f"{shown}: not found" + (f": {tried}" if tried not in ("", shown) else ""))
 
@@ -381,7 +397,7 @@ def path(name: StrPath) -> str:
 
     Raises NotFoundError if the database is not defined, or the path is too long.
     """
-    full: str = _call("vorn_vek_input2full", name)
+    full = _full(name)
     if not full or full.startswith(("<", "klvds:")):
         raise NotFoundError(f"{os.fsdecode(name)}: the name has no path")
     return full

@@ -69,6 +69,9 @@ def test_names():
     assert vek.alias(DAMPERS + "/../dampers.tbl/road_front.dpr") == "klvds://kestrel_shared/dampers.tbl/road_front.dpr"
     assert vek.alias("/a/b.dpr") == "file:///a/b.dpr"
     assert vek.alias("/a" * 140) == "/a" * 140
+    open("zz.dpr", "w").close()
+    assert vek.path("/zz.dpr") == vek.path("file:///zz.dpr") == "/zz.dpr" and vek.path("/") == "/"
+    raises(vek.NotFoundError, "/zz.dpr: not found", vek.find, "/zz.dpr")
     raises(ValueError, "null", vek.find, file + "\0")
     raises(vek.NotFoundError, "no path", vek.path, "<shard>/dampers.tbl/road_front.dpr")
     copy = os.path.abspath("home/private.vek/dampers.tbl/road_front.dpr")
