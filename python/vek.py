@@ -31,6 +31,7 @@ from __future__ import annotations
 import atexit
 import collections
 import ctypes
+import errno
 import functools
 import os
 import re
@@ -61,7 +62,14 @@ class Error(Exception):
 
 
 class NotFoundError(Error, FileNotFoundError):
-    """No file has the name, or the name has no path."""
+    """No file has the name, or the name has no path.  `filename` is the name."""
+
+    def __init__(self, message: str, name: str | None = None) -> None:
+        super().__init__(message)
+        self.errno, self.strerror, self.filename = errno.ENOENT, os.strerror(errno.ENOENT), name
+
+    def __str__(self) -> str:
+        return str(self.args[0])
 
 
 class Database(NamedTuple):
@@ -356,7 +364,7 @@ def find(name: StrPath, file_class: str = "") -> str:
         return _unrooted(os.fsdecode(found))
     tried = _full(name)
     shown = os.fsdecode(name)
-    raise NotFoundError(f"{shown}: not found" + (f": {tried}" if tried not in ("", shown) else ""))
+    raise NotFoundError(f"{shown}: not found" + (f": {tried}" if tried not in ("", shown) else ""), shown)
 
 
 @_operation
@@ -399,7 +407,8 @@ def path(name: StrPath) -> str:
     """
     full = _full(name)
     if not full or full.startswith(("<", "klvds:")):
-        raise NotFoundError(f"{os.fsdecode(name)}: the name has no path")
+        shown = os.fsdecode(name)
+        raise NotFoundError(f"{shown}: the name has no path", shown)
     return full
 
 

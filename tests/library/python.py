@@ -71,7 +71,8 @@ def test_names():
     assert vek.alias("/a" * 140) == "/a" * 140
     open("zz.dpr", "w").close()
     assert vek.path("/zz.dpr") == vek.path("file:///zz.dpr") == "/zz.dpr" and vek.path("/") == "/"
-    raises(vek.NotFoundError, "/zz.dpr: not found", vek.find, "/zz.dpr")
+    error = raises(vek.NotFoundError, "/zz.dpr: not found", vek.find, "/zz.dpr")
+    assert (error.errno, error.filename) == (2, "/zz.dpr")
     raises(ValueError, "null", vek.find, file + "\0")
     raises(vek.NotFoundError, "no path", vek.path, "<shard>/dampers.tbl/road_front.dpr")
     copy = os.path.abspath("home/private.vek/dampers.tbl/road_front.dpr")
