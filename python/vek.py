@@ -179,7 +179,7 @@ def _load() -> None:
     try:
         _load_libraries()
     except AttributeError as error:
-        raise Error(f"a library of another version, or another library, is loaded: {error}") from error
+        raise Error(f"one of the libraries is of another version: {error}") from error
 
 
 def _load_libraries() -> None:
@@ -364,7 +364,8 @@ def find(name: StrPath, file_class: str = "") -> str:
         return _unrooted(os.fsdecode(found))
     tried = _full(name)
     shown = os.fsdecode(name)
-    raise NotFoundError(f"{shown}: not found" + (f": {tried}" if tried not in ("", shown) else ""), shown)
+    detail = f": {tried}" if tried not in ("", shown) else ""
+    raise NotFoundError(f"{shown}: not found{detail}", shown)
 
 
 @_operation
