@@ -355,8 +355,11 @@ def find(name: StrPath, file_class: str = "") -> str:
     If the variable KLV_VEK_SEARCH is "yes", a file of the class `file_class` that is not where
     its name leads is searched for at each level.
 
+    file_class: without it, the class of the extension of `name`.
+
     Raises NotFoundError if no file can be opened for reading.
     """
+    file_class = file_class or _call("vorn_vek_ext2class", _call("vorn_vek_input2ext", name))
     address = _call("vorn_vek_search_file", file_class, _rooted(name), 1)
     found = ctypes.string_at(address)
     if found:

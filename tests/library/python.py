@@ -77,7 +77,7 @@ def test_names():
     raises(vek.NotFoundError, "no path", vek.path, "<shard>/dampers.tbl/road_front.dpr")
     copy = os.path.abspath("home/private.vek/dampers.tbl/road_front.dpr")
     os.environ["KLV_VEK_SEARCH"] = "yes"
-    assert vek.find("<private>/dampers.tbl/road_front.dpr", "damper") == file
+    assert vek.find("<private>/dampers.tbl/road_front.dpr") == file
     del os.environ["KLV_VEK_SEARCH"]
     raises(FileNotFoundError, copy, vek.find, "<private>/dampers.tbl/road_front.dpr", "damper")
     shutil.copy(file, copy)
