@@ -34,6 +34,7 @@ import ctypes
 import errno
 import functools
 import os
+import pathlib
 import re
 import sysconfig
 import tempfile
@@ -333,9 +334,17 @@ def messages() -> list[str]:
 # ---- Names ----
 
 
+def _text(name: StrPath) -> str:
+    """Return a name as a string, with the slashes that pathlib drops after "klvds:" or "file:"."""
+    text = os.fsdecode(name)
+    if isinstance(name, pathlib.PurePath):
+        text = re.sub("^klvds:/", "klvds://", re.sub("^file:/", "file:///", text))
+    return text
+
+
 def _rooted(name: StrPath) -> str:
     """Return a name that does not lose its "/" if it is that of a file in "/"."""
-    text = os.fsdecode(name)
+    text = _text(name)
     in_root = re.fullmatch("(?:file://)?/+([^/]*)/*", text.replace("\\", "/"))
     return "/./" + (in_root[1] or ".") if in_root else text
 
@@ -366,7 +375,7 @@ def find(name: StrPath, file_class: str = "") -> str:
         _functions["free"](address)
         return _unrooted(os.fsdecode(found))
     tried = _full(name)
-    shown = os.fsdecode(name)
+    shown = _text(name)
     detail = f": {tried}" if tried not in ("", shown) else ""
     raise NotFoundError(f"{shown}: not found{detail}", shown)
 
@@ -411,7 +420,7 @@ def path(name: StrPath) -> str:
     """
     full = _full(name)
     if not full or full.startswith(("<", "klvds:")):
-        shown = os.fsdecode(name)
+        shown = _text(name)
         raise NotFoundError(f"{shown}: the name has no path", shown)
     return full
 
@@ -423,7 +432,7 @@ def alias(path: StrPath) -> str:
     A path that is in no database becomes a file URL.  One that is deeper inside a table's
     directory, or too long for a URL, is returned as a path.
     """
-    text = os.fsdecode(path).replace("\\", "/")
+    text = _text(path).replace("\\", "/")
     text = text[len("file://"):] if text.startswith("file://") else text
     if text.startswith(("<", "klvds:")):
         return _call("vorn_vek_path2alias", text) or text

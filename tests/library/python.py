@@ -2,6 +2,7 @@
 
 import concurrent.futures
 import os
+import pathlib
 import shutil
 import subprocess
 import sys
@@ -64,7 +65,8 @@ def test_failed_start():
 def test_names():
     vek.start("kestrel")
     file = os.path.abspath(DAMPERS + "/road_front.dpr")
-    for name in ["<shared>/dampers.tbl/road_front.dpr", "klvds:\\\\shared\\dampers.tbl\\road_front.dpr", f"file://{file}", file]:
+    for name in ["<shared>/dampers.tbl/road_front.dpr", "klvds:\\\\shared\\dampers.tbl\\road_front.dpr", f"file://{file}", file,
+                 pathlib.Path("klvds://shared/dampers.tbl/road_front.dpr"), pathlib.Path(f"file://{file}")]:
         assert vek.find(name) == vek.path(name) == file
     assert vek.alias(DAMPERS + "/../dampers.tbl/road_front.dpr") == "klvds://kestrel_shared/dampers.tbl/road_front.dpr"
     assert vek.alias("/a/b.dpr") == "file:///a/b.dpr"
