@@ -24,7 +24,8 @@ def raises(error, text, function, *arguments):
 
 
 def run(*words, **variables):
-    return subprocess.run([sys.executable, *words], env={**os.environ, **variables}, text=True, capture_output=True)
+    return subprocess.run([sys.executable, *words], env={**os.environ, **variables}, capture_output=True,
+                          text=True, errors="surrogateescape")
 
 
 def test_session():
@@ -90,6 +91,9 @@ def test_names():
     raises(vek.Error, "extension 'txt'", vek.find_all, "a.txt")
     raises(vek.Error, "class 'tire'", vek.find_all, "a.txt", "tire")
     example = [os.path.join(SOURCE, "examples/python/resolve.py"), "<shared>/dampers.tbl/road_front.dpr", "none.dpr"]
+    with open(DAMPERS + "/" + os.fsdecode(b"\xff.dpr"), "w") as other:
+        printed = run(example[0], other.name, KLV_PRODUCT_NAME="kestrel", PYTHONIOENCODING="utf-8:strict").stdout
+    assert printed == other.name + "\n"
     resolved = run(*example, KLV_PRODUCT_NAME="kestrel")
     assert resolved.stdout == f"{file}\n  hides the one in <private>, level 3: {copy}\n", resolved
     assert (resolved.returncode, resolved.stderr) == (1, "none.dpr: not found\n")
