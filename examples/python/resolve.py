@@ -1,4 +1,3 @@
-#!/usr/bin/python3
 """Print the path of each file, and the copies of it that are hidden: resolve.py NAME..."""
 
 import os
