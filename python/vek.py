@@ -516,7 +516,8 @@ def add(name: str, directory: StrPath, level: int | None = None) -> None:
 
     A missing directory is created, one level only, and so are its table directories.  If the
     private file cannot be written, the database is in this session only; `messages` returns
-    the warnings.
+    the warnings.  If KLV_UPDATE_CFG is "no", it is in this session only as well, and nothing
+    is reported.
 
     level: without it, the database is the last one.  Later sessions have it at the level to
         which the order of the configuration files leads.
