@@ -246,7 +246,8 @@ def _operation(function: _Function) -> _Function:
 def start(product: str | None = None, plugins: Iterable[str] = ()) -> None:
     """Start the session of a product, then add plug-ins to it.
 
-    A later call adds plug-ins to the session; those already in it are skipped.
+    A later call adds plug-ins to the session; those already in it are skipped.  A start
+    turns the library's interface mode on: a missing shared file is reported.
 
     product: the short name; without it, the value of KLV_PRODUCT_NAME.  The first call sets
         that variable.  The library uses the first 15 characters.
