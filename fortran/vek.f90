@@ -208,10 +208,11 @@ contains
   ! file cannot hold.
   !
   ! `status`; if it is not 0, nothing is added:
-  !   1  the name, the path or the level is not valid;
-  !   2  the directory is not accessible and cannot be created;
-  !   3  the name is already defined;
-  !   6  the name is "shared".
+  !   -1  there is no session;
+  !   1   the name, the path or the level is not valid;
+  !   2   the directory is not accessible and cannot be created;
+  !   3   the name is already defined;
+  !   6   the name is "shared".
   subroutine vek_add_database(name, path, level, status, message)
     character(*), intent(in) :: name, path
     integer, intent(in), optional :: level
@@ -226,7 +227,10 @@ contains
     chosen_level = last
     if (present(level)) chosen_level = level
     fault = 'the database ' // stripped(name) // ' was not added'
-    if (scan(stripped(name), ' ' // tab) > 0) then
+    if (last == 1) then ! the private file can be that of another product
+      code = -1
+      fault = trim(fault) // ': there is no session'
+    else if (scan(stripped(name), ' ' // tab) > 0) then
       code = 1
       fault = trim(fault) // ': its name has white space'
     else if (chosen_level < 1 .or. chosen_level > last) then

@@ -12,6 +12,8 @@ program session_test
 
   call execute_command_line('rm -rf home; mkdir home')
   call expect_levels('')
+  call vek_add_database('early', 'home', status=status, message=message)
+  call expect(-1, 'the database early was not added: there is no session')
   call vek_start(product='sixteen_letters_', status=status, message=message)
   call expect(-1, 'the name of the product has more than 15 characters')
   call vek_start(' kestrel ', status=status, message=message)
@@ -53,8 +55,9 @@ program session_test
   call expect(1, 'the database c was not added')
   call expect_levels('first|home/my first.vek kestrel_shared|kestrel.vek private|home/private.vek &
                      &heron|heron.vek shared|heron.vek/s a>b|heron.vek/b ideas|home/ideas.vek ')
-  call execute_command_line('grep -q "^DATABASE  *ideas " home/.vorn.cfg', exitstat=status)
-  if (status /= 0) call fail('the private file lacks the database ideas')
+  call execute_command_line('grep -q "^DATABASE  *ideas " home/.vorn.cfg && ! grep -q early home/.vorn.cfg', &
+                            exitstat=status)
+  if (status /= 0) call fail('the private file lacks the database ideas or has early')
 
   call execute_command_line('touch home/ideas.vek/springs.tbl/soft.spr')
   call vek_search('<ideas>/springs.tbl/soft.spr', 'spring', path, found)
