@@ -28,7 +28,11 @@ module vek
 
   integer, parameter :: longest_product = 15
   integer, parameter :: fault_size = 2 * vek_path_size
-  logical :: product_is_started = .false.
+
+  ! The start of the product, and the names started, each between null characters.
+  logical :: product_is_read = .false.
+  integer :: product_code = 0
+  character(:), allocatable :: started_names
 
   ! The library's two functions for Fortran.
   interface
@@ -118,8 +122,10 @@ contains
   ! `product` is the product's short name, at most 15 characters.  It is stored in
   ! the variable KLV_PRODUCT_NAME.  Absent or blank, the product is that of the
   ! variable.  `plugins` are the names of plug-ins, added in their order up to the
-  ! first that fails.  Blank ones are skipped.  Later calls add plug-ins to the
-  ! running session, which `product` cannot change.
+  ! first that fails.  Blank ones and those already in the session are skipped.
+  ! Later calls add plug-ins to the running session, which `product` cannot change.
+  ! If the start of the product failed after it had read databases, later calls
+  ! return its status again without reading, and no database can be added.
   !
   ! The subroutine turns interface mode on: vek_search searches the databases of
   ! this session, and a missing shared file is reported.  A solver run that
@@ -142,16 +148,10 @@ contains
     fault = ''
     call c_set_interface_mode()
     if (present(product)) call choose_product(stripped(product), code, fault)
-    if (code == 0 .and. .not. product_is_started) then
-      code = c_start(c_null_char)
-      product_is_started = code == 0
-      if (code /= 0) fault = 'the product ' // fortran_string(c_product_name()) // ' did not start'
-    end if
+    if (code == 0) call start_product(code, fault)
     if (present(plugins)) then
       do i = 1, size(plugins)
-        if (code /= 0 .or. plugins(i) == '') cycle
-        code = c_start(null_terminated(plugins(i)))
-        if (code /= 0) fault = 'the plug-in ' // stripped(plugins(i)) // ' did not start'
+        if (code == 0 .and. plugins(i) /= '') call start_plugin(stripped(plugins(i)), code, fault)
       end do
     end if
     call report('vek_start', code, fault, status, message)
@@ -208,7 +208,7 @@ contains
   ! file cannot hold.
   !
   ! `status`; if it is not 0, nothing is added:
-  !   -1  there is no session;
+  !   -1  there is no session, or the start of the product failed;
   !   1   the name, the path or the level is not valid;
   !   2   the directory is not accessible and cannot be created;
   !   3   the name is already defined;
@@ -227,7 +227,7 @@ contains
     chosen_level = last
     if (present(level)) chosen_level = level
     fault = 'the database ' // stripped(name) // ' was not added'
-    if (last == 1) then ! the private file can be that of another product
+    if (last == 1 .or. product_code /= 0) then ! the private file can be that of another product
       code = -1
       fault = trim(fault) // ': there is no session'
     else if (scan(stripped(name), ' ' // tab) > 0) then
@@ -295,6 +295,34 @@ contains
     end if
     if (fault /= '') code = -1
   end subroutine choose_product
+
+  ! Start the product, unless its files have been read: a second reading would report
+  ! each of their databases as already defined.
+  subroutine start_product(code, fault)
+    integer, intent(out) :: code
+    character(*), intent(inout) :: fault
+
+    if (.not. product_is_read) then
+      product_code = c_start(c_null_char)
+      product_is_read = vek_database_count() > 0
+      started_names = c_null_char // fortran_string(c_product_name()) // c_null_char
+    end if
+    code = product_code
+    if (code /= 0) fault = 'the product ' // fortran_string(c_product_name()) // ' did not start'
+  end subroutine start_product
+
+  ! Start a plug-in, unless it is in the session.
+  subroutine start_plugin(name, code, fault)
+    character(*), intent(in) :: name
+    integer, intent(out) :: code
+    character(*), intent(inout) :: fault
+
+    code = 0
+    if (index(started_names, c_null_char // name // c_null_char) > 0) return
+    code = c_start(null_terminated(name))
+    if (code == 0) started_names = started_names // name // c_null_char
+    if (code /= 0) fault = 'the plug-in ' // name // ' did not start'
+  end subroutine start_plugin
 
   ! Return the path of a database.  Of the two forms of an alias, one ends the name
   ! at ">" and the other at "/".  In both, "shared" in lower case stands for another
