@@ -1,5 +1,6 @@
 ! add.f90 - add a database, which is saved in the private file, and list all databases.
 ! Usage: add NAME PATH
+! Give an absolute PATH: a relative one is saved as it is, and leads later sessions astray.
 
 program add
   use, intrinsic :: iso_c_binding, only: c_int
