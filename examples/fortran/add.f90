@@ -1,5 +1,5 @@
 ! add.f90 - add a database, which is saved in the private file, and list all databases.
-! Usage: add NAME PATH
+! Usage: add NAME PATH, with the variables of the sample installation (kestrel, heron).
 ! Give an absolute PATH: a relative one is saved as it is, and leads later sessions astray.
 
 program add
