@@ -28,7 +28,7 @@ HSK_API void hsk_output_to_error(int to_error);
 
 /* Pass each entry for the user to `printer` from now on instead of writing it, with
    `data` unchanged.  A dialog that is asked is written; one that is not prints nothing.
-   A null `printer` restores the initial state.  */
+   With a null `printer`, which is the initial state, entries are written.  */
 HSK_API void hsk_set_printer(void (*printer)(const char *text, void *data), void *data);
 
 /* Ask the user in dialogs, which is the initial state, or with 0 let a dialog take its
