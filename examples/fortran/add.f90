@@ -1,6 +1,6 @@
 ! add.f90 - add a database, which is saved in the private file, and list all databases.
 ! Usage: add NAME PATH, with the variables of the sample installation (kestrel, heron).
-! Give an absolute PATH: a relative one is saved as it is, and leads later sessions astray.
+! A relative PATH is saved as it is: later sessions look for it in their own working directories.
 
 program add
   use, intrinsic :: iso_c_binding, only: c_int
