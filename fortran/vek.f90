@@ -205,8 +205,8 @@ contains
   ! if need be; "$NAME" in it stands for a variable.  A relative path is saved as
   ! it is, so later sessions look for it in their own working directories.
   ! `level` is the database's position, from 1 to one more than there are
-  ! databases.  Absent, the database is the last.  A warning of the library reports a database that the private
-  ! file cannot hold.
+  ! databases.  Absent, the database is the last.  A warning of the library
+  ! reports a database that the private file cannot hold.
   !
   ! `status`; if it is not 0, nothing is added:
   !   -1  there is no session, or the start of the product failed;
