@@ -86,12 +86,13 @@ function keep_entry(    i) {
     return count
 }
 
-function write_file_comment() {
-    print "/** @file\n@brief " body(comment[1]) " */"
-    if (FILENAME ~ /hsk\.h$/)
-        write_comment("@defgroup core_rules Rules for the core library", 2, 1)
-    else
-        write_comment("@defgroup rules Rules for every operation", 2, 1)
+function write_file_comment(    rules) {
+    rules = FILENAME ~ /hsk\.h$/ ? "core_rules Rules for the core library" \
+                                 : "rules Rules for every operation"
+    # Without a second paragraph, "More..." on the file's page leads nowhere.
+    print "/** @file\n@brief " body(comment[1]) "\n\nSee @ref " substr(rules, 1, index(rules, " ") - 1) \
+          " first. */"
+    write_comment("@defgroup " rules, 2, 1)
 }
 
 function open_group(    title, id, i) {
