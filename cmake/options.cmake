@@ -1,6 +1,6 @@
-# Compiler and linker options: vek_warnings for all of our code, vek_hardening for
-# what is installed, vek_library_rules for the two libraries, which need no C++
-# runtime library.
+# Compiler and linker options: vek_warnings for all of our code, vek_hardening for what is
+# installed, vek_string_warnings for the tools, vek_library_rules for the two libraries, which
+# need no C++ runtime library.
 
 # Users have the warnings that their compiler gives by default: a compiler that we do not
 # know can have new ones, which must not end the build.
@@ -52,3 +52,8 @@ if(VEK_COVERAGE)
   target_compile_options(vek_library_rules INTERFACE --coverage)
   target_link_options(vek_warnings INTERFACE --coverage)
 endif()
+
+# For sources with std::string: GCC 12 gives false warnings when it optimizes them.
+add_library(vek_string_warnings INTERFACE)
+target_compile_options(vek_string_warnings INTERFACE
+                       "$<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wno-maybe-uninitialized>")

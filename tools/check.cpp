@@ -42,10 +42,9 @@ int lint_files(const command_options &options)
 {
     const vector<cfg_file> files = files_of(options);
     const string given = options.session.product, named = environment("KLV_PRODUCT_NAME");
-    const string stem = fs::path(files[0].path).stem().string();
-    configuration all = read_configuration(files, !given.empty()  ? given
-                                                  : named.empty() ? stem
-                                                                  : named);
+    const string product = given.empty() ? named : given,
+                 stem = fs::path(files[0].path).stem().string();
+    configuration all = read_configuration(files, product.empty() ? stem : product);
     if (options.strict)
         for (diagnostic &fault : all.diagnostics)
             fault.level = fault.level == WARNING ? ERROR : fault.level;

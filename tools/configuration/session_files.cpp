@@ -87,14 +87,15 @@ static void read_files_of(configuration &all, const string &name, bool is_produc
                                      {"KLV_" + product + "_SITE", {both, file}}});
     shared.push_back({"topdir", {name + file}});
     const places site = {{"KLV_" + own + "_SITE", {file}}};
+    const size_t faults = all.diagnostics.size();
     look(all, files, is_product ? CFG_SHARED : CFG_PLUGIN, "shared", name, shared);
-    const bool has_shared = !files.empty();
+    const bool has_shared = !files.empty(), has_fault = all.diagnostics.size() > faults;
     look(all, files, is_product ? CFG_SITE : CFG_PLUGIN, "site", name, site);
     if (is_product)
         look(all, files, CFG_PRIVATE, "private", name, private_places(all));
     if (has_shared)
         read_files(all, files);
-    else if (all.diagnostics.empty()) // else it does not open
+    else if (!has_fault) // else it does not open
         all.diagnostics.push_back(
             {location(), ERROR, "no-shared-file", "there is no shared file '" + name + ".cfg'"});
 }

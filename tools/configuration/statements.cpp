@@ -108,21 +108,24 @@ static void apply_old_database(const statement &it)
         apply_write_default(it);
 }
 
-// The databases are moved to the front, the last one first.
+// The databases are moved to the front, the last one first.  A name follows a comma.
 static void apply_order(const statement &it)
 {
     vector<entry> &list = it.all.databases;
     const char *setting = variable_value(it.all, "KLV_VEK_SEARCH");
     const bool has_effect = setting && strcmp(setting, "yes") == 0;
     for (size_t i = has_effect ? it.words.size() - 1 : 0; i > 0; --i) {
-        string name = operand(it, i).substr(0, operand(it, i).find(','));
-        name = find_entry(list, name) ? name : defined_name(it.all, name);
-        const entry *known = find_entry(list, name);
-        const auto place = list.begin() + (known ? known - list.data() : 0);
-        if (known)
-            std::rotate(list.begin(), place, place + 1);
-        else
-            report_unknown_database(it, i, name);
+        const strings names = split(operand(it, i), ",");
+        const bool is_new = i == 1 || operand(it, i)[0] == ',' || operand(it, i - 1).ends_with(',');
+        for (size_t j = names.size(); j-- > (is_new ? 0 : 1);) {
+            const entry *own = find_entry(list, names[j]);
+            const entry *known = own ? own : find_entry(list, defined_name(it.all, names[j]));
+            const auto place = list.begin() + (known ? known - list.data() : 0);
+            if (known)
+                std::rotate(list.begin(), place, place + 1);
+            else
+                report_unknown_database(it, i, names[j]);
+        }
     }
 }
 
